@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QJsonArray>
+#include <QProcess>
+#include <QString>
+
+// The local service simulator (tools/simulator/simulator.py) as a child process
+// of a test, on a port of its own, over real HTTP on 127.0.0.1.
+//
+// Control requests of the simulator (plain GETs):
+//   /_sim/fault?key=<path or path?a=value>&mode=<mode>[&target=<path>]
+//       modes: none, 404, 500, 302, 301, 302loop, slow, truncated, noanswer, badjson
+//   /_sim/reset                    faults off, records emptied
+//   /_sim/records?path=<path>      JSON array of {method, path, query, headers, body}
+class Simulator {
+public:
+    Simulator() = default;
+    ~Simulator();
+    Simulator(const Simulator&) = delete;
+    Simulator& operator=(const Simulator&) = delete;
+
+    // Starts the simulator on `port` (0: a free port) with `databasePath` as its
+    // demo data (empty: the demo database of the build). Waits until it listens.
+    bool start(int port = 0, const QString& databasePath = QString());
+    void stop();
+
+    int port() const { return listeningPort; }
+    QString baseUrl() const;
+
+    bool setFault(const QString& key, const QString& mode, const QString& target = QString());
+    bool reset();
+    QJsonArray records(const QString& path);
+
+private:
+    QByteArray control(const QString& pathAndQuery);
+
+    QProcess process;
+    int listeningPort = 0;
+};

@@ -1,0 +1,10 @@
+#include "testsupport.h"
+
+namespace TestSupport {
+
+QString sourceDir()
+{
+    return QStringLiteral(QUILLARD_SOURCE_DIR);
+}
+
+} // namespace TestSupport

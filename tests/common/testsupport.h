@@ -1,0 +1,11 @@
+#pragma once
+
+#include <QString>
+
+// Helpers shared by the tests.
+namespace TestSupport {
+
+// The source tree, for fixtures kept beside the tests.
+QString sourceDir();
+
+} // namespace TestSupport
