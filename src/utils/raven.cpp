@@ -302,6 +302,8 @@ void Raven::waitForIdle()
     QEventLoop loop;
     QTimer timer;
     timer.setSingleShot(true);
+    // A coarse timer may run up to 5 % long, which would make the logged time negative.
+    timer.setTimerType(Qt::PreciseTimer);
     connect(&timer, &QTimer::timeout, &loop, &QEventLoop::quit);
     eventLoop = &loop;
     timer.start(2000);
