@@ -1,5 +1,5 @@
 #include "drugs/priceitem.h"
-#include "urls.h"
+#include "buildconfig.h"
 
 #include <QLabel>
 #include <QStandardPaths>
@@ -18,9 +18,10 @@ DrugPrice makePrice(const QString& levelName, const QString& payment, const QStr
     return price;
 }
 
+// The link as the pharmacist's browser gets it: the file name unencoded, twice.
 QString anchor(const QString& fileName)
 {
-    return QStringLiteral("<a href=\"") + attachmentsUrl + QStringLiteral("/mobile/pdf/index.php?f=") + fileName
+    return QStringLiteral("<a href=\"" QUILLARD_ATTACHMENTS_URL "/mobile/pdf/index.php?f=") + fileName
         + QStringLiteral("\">") + fileName + QStringLiteral("</a>");
 }
 
@@ -35,7 +36,6 @@ private slots:
     void valueText();
     void descriptionText_data();
     void descriptionText();
-    void anchorPointsAtAttachmentService();
     void formLetsLinksOpen();
     void secondFillReplacesFirst();
 };
@@ -123,16 +123,6 @@ void TestPriceItem::descriptionText()
 
     const DrugPrice price = makePrice(levelName, QStringLiteral("3,20"), scopeName, scopeDescr, offLabelDescr);
     QCOMPARE(PriceItem::descriptionText(price), expected);
-}
-
-void TestPriceItem::anchorPointsAtAttachmentService()
-{
-    const DrugPrice price = makePrice(QStringLiteral("bezpłatny"), QStringLiteral("0"),
-                                      QStringLiteral("Program lekowy"), QStringLiteral("B.1.pdf"),
-                                      QStringLiteral("Brak wskazań"));
-    QCOMPARE(PriceItem::descriptionText(price),
-             QStringLiteral("Program lekowy<br/>Załącznik:<a href=\"") + QStringLiteral(QUILLARD_ATTACHMENTS_URL)
-                 + QStringLiteral("/mobile/pdf/index.php?f=B.1.pdf\">B.1.pdf</a>"));
 }
 
 void TestPriceItem::formLetsLinksOpen()
