@@ -748,7 +748,11 @@ def main(argv=None):
     state_dir = args.state_dir or tempfile.mkdtemp(prefix="quillard-sim-")
     os.makedirs(state_dir, exist_ok=True)
 
-    server = Server(("127.0.0.1", args.port), Handler)
+    try:
+        server = Server(("127.0.0.1", args.port), Handler)
+    except OSError as error:
+        log("cannot listen on 127.0.0.1:%d: %s" % (args.port, error.strerror or error))
+        return 1
     server.state = State(args.db, state_dir, args.demodb_tool)
     stop = threading.Event()
 
