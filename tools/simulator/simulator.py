@@ -216,6 +216,7 @@ class State:
         self.settings = {}
         self.catalogue = None  # what the database offers: paths, group ids, cfg
         self.archives = {}
+        self.told_missing = False
         self.reset()
 
     def reset(self):
@@ -262,10 +263,14 @@ class State:
                     connection.close()
             except sqlite3.Error as error:
                 log("cannot read %s: %s" % (self.db_path, error))
-        else:
+        elif not self.told_missing:
+            self.told_missing = True
             log("no demo database at %s" % self.db_path)
-        with self.lock:
-            self.catalogue = catalogue
+        # A missing database is looked for again at the next request: a test may
+        # write it after the simulator has started.
+        if catalogue["present"]:
+            with self.lock:
+                self.catalogue = catalogue
         return catalogue
 
     def offered(self):
