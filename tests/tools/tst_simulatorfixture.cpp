@@ -19,11 +19,17 @@ private slots:
     void recordsPostedBody();
     void faultKeys_data();
     void faultKeys();
+    void faultsAsQtSeesThem_data();
+    void faultsAsQtSeesThem();
     void stopReleasesPort();
 
 private:
-    // Status code and body of one request, or -1 when no answer came in time.
-    QPair<int, QByteArray> fetch(const QString& pathAndQuery, const QByteArray& postBody = QByteArray());
+    struct Answer {
+        int status = -1; // -1: no answer in time
+        QNetworkReply::NetworkError error = QNetworkReply::NoError;
+        QByteArray body;
+    };
+    Answer fetch(const QString& pathAndQuery, const QByteArray& postBody = QByteArray());
 
     Simulator simulator;
 };
@@ -40,29 +46,35 @@ void TestSimulatorFixture::cleanup()
     QVERIFY(simulator.reset());
 }
 
-QPair<int, QByteArray> TestSimulatorFixture::fetch(const QString& pathAndQuery, const QByteArray& postBody)
+TestSimulatorFixture::Answer TestSimulatorFixture::fetch(const QString& pathAndQuery, const QByteArray& postBody)
 {
     QNetworkAccessManager manager;
     manager.setProxy(QNetworkProxy::NoProxy);
     QNetworkRequest request(QUrl(simulator.baseUrl() + pathAndQuery));
+    request.setTransferTimeout(2000);
+    request.setHeader(QNetworkRequest::ContentTypeHeader, QStringLiteral("application/json"));
     QNetworkReply* reply = postBody.isNull() ? manager.get(request) : manager.post(request, postBody);
     QEventLoop loop;
     connect(reply, &QNetworkReply::finished, &loop, &QEventLoop::quit);
     QTimer::singleShot(10000, &loop, &QEventLoop::quit);
     loop.exec();
-    QPair<int, QByteArray> result(-1, QByteArray());
-    if (reply->isFinished())
-        result = { reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt(), reply->readAll() };
+    Answer answer;
+    if (reply->isFinished()) {
+        answer.status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+        answer.error = reply->error();
+        if (reply->isOpen())
+            answer.body = reply->readAll();
+    }
     delete reply;
-    return result;
+    return answer;
 }
 
 void TestSimulatorFixture::recordsPostedBody()
 {
     const QByteArray body = R"({"app_key":"{6f9619ff-8b86-d011-b42d-00c04fc964ff}","phrase":"apap"})";
     const auto answer = fetch(QStringLiteral("/desktop/usage/search.php"), body);
-    QCOMPARE(answer.first, 200);
-    QCOMPARE(answer.second, QByteArray(R"({"status":"success","message":""})"));
+    QCOMPARE(answer.status, 200);
+    QCOMPARE(answer.body, QByteArray(R"({"status":"success","message":""})"));
 
     const QJsonArray records = simulator.records(QStringLiteral("/desktop/usage/search.php"));
     QCOMPARE(records.size(), 1);
@@ -91,9 +103,38 @@ void TestSimulatorFixture::faultKeys()
     QFETCH(int, status);
 
     QVERIFY(simulator.setFault(key, QStringLiteral("500")));
-    QCOMPARE(fetch(request).first, status);
+    QCOMPARE(fetch(request).status, status);
     QVERIFY(simulator.reset());
-    QCOMPARE(fetch(request).first, 200);
+    QCOMPARE(fetch(request).status, 200);
+}
+
+void TestSimulatorFixture::faultsAsQtSeesThem_data()
+{
+    QTest::addColumn<QString>("mode");
+    QTest::addColumn<int>("error");
+    QTest::addColumn<QByteArray>("body");
+
+    const QByteArray version("1.6.5.0");
+    QTest::newRow("404") << "404" << int(QNetworkReply::ContentNotFoundError) << QByteArray();
+    QTest::newRow("500") << "500" << int(QNetworkReply::InternalServerError) << QByteArray();
+    QTest::newRow("slow still delivers") << "slow" << int(QNetworkReply::NoError) << version;
+    QTest::newRow("truncated") << "truncated" << int(QNetworkReply::RemoteHostClosedError) << QByteArray();
+    // No answer at all: only the client's own time-out ends the request.
+    QTest::newRow("noanswer") << "noanswer" << int(QNetworkReply::OperationCanceledError) << QByteArray();
+    QTest::newRow("badjson") << "badjson" << int(QNetworkReply::NoError) << QByteArray("{not json");
+}
+
+void TestSimulatorFixture::faultsAsQtSeesThem()
+{
+    QFETCH(QString, mode);
+    QFETCH(int, error);
+    QFETCH(QByteArray, body);
+
+    QVERIFY(simulator.setFault(QStringLiteral("/desktop/app_version.php?a=version"), mode));
+    const Answer answer = fetch(QStringLiteral("/desktop/app_version.php?a=version"));
+    QCOMPARE(int(answer.error), error);
+    if (!body.isEmpty())
+        QCOMPARE(answer.body, body);
 }
 
 void TestSimulatorFixture::stopReleasesPort()

@@ -348,7 +348,8 @@ class State:
             records = list(self.records)
         if path is None:
             return records
-        return [r for r in records if key_matches(path, r["path"], []) >= 0]
+        return [r for r in records
+                if key_matches(path, r["path"], urllib.parse.parse_qsl(r["query"], keep_blank_values=True)) >= 0]
 
 
 def key_matches(key, path, query_pairs):
@@ -489,7 +490,7 @@ class Handler(http.server.BaseHTTPRequestHandler):
             self.hold_without_answer()
             return
         if mode in ("404", "500"):
-            self.send(html_reply("%s Blad symulowany" % mode, "<p>Blad ustawiony w symulatorze.</p>", int(mode)))
+            self.send(html_reply("%s Błąd symulowany" % mode, "<p>Błąd ustawiony w symulatorze.</p>", int(mode)))
             return
         if mode in ("301", "302"):
             self.send(self.redirect(int(mode), self.absolute(fault["target"] or "/_sim/echo")))
@@ -501,14 +502,14 @@ class Handler(http.server.BaseHTTPRequestHandler):
             self.send(Reply(200, b"{not json", "application/json; charset=utf-8"))
             return
         if mode == "reject":
-            self.send(envelope("error", fault["message"] or "Serwer odrzucil dane (symulator)"))
+            self.send(envelope("error", fault["message"] or "Serwer odrzucił dane (symulator)"))
             return
 
         try:
             reply = self.route(path, params, body)
         except Exception as error:  # a fault of ours must not end the server
             log("error serving %s: %r" % (self.path, error))
-            reply = html_reply("500 Blad serwera", "<p>%s</p>" % error, 500)
+            reply = html_reply("500 Błąd serwera", "<p>%s</p>" % error, 500)
 
         if mode == "slow":
             self.send(reply, pace=fault["seconds"])
@@ -619,7 +620,7 @@ class Handler(http.server.BaseHTTPRequestHandler):
     def route(self, path, params, body):
         if path == "/":
             return html_reply("Corvane - Quillard",
-                              "<p>Quillard: baza lekow dla farmaceutow. Strona symulatora uslug.</p>")
+                              "<p>Quillard: baza leków dla farmaceutów. Strona symulatora usług.</p>")
         if path == "/_sim/echo":
             return json_reply({"method": self.command, "path": path, "query": urllib.parse.urlsplit(self.path).query,
                                "body_length": len(body), "body": body.decode("utf-8", errors="replace"),
@@ -674,7 +675,7 @@ class Handler(http.server.BaseHTTPRequestHandler):
 
     def desktop_post(self, body):
         if self.command != "POST":
-            reply = envelope("error", "Nieprawidlowa metoda zadania, oczekiwano POST")
+            reply = envelope("error", "Nieprawidłowa metoda żądania, oczekiwano POST")
             reply.status = 405
             reply.headers.append(("Allow", "POST"))
             return reply

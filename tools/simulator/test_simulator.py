@@ -192,6 +192,8 @@ class SimulatorTest(unittest.TestCase):
         self.assertEqual([r["body"] for r in clicks], ['{"app_key":"1"}', '{"app_key":"2"}'])
         self.assertEqual(clicks[0]["headers"]["X-Probe"], "a")
         self.assertEqual(self.records("/files/check.php")[0]["query"], "a=info&db=5")
+        self.assertEqual(len(self.records("/files/check.php?a=info")), 1)
+        self.assertEqual(self.records("/files/check.php?a=get"), [])
         self.assertEqual(len(self.records("/desktop/usage/*")), 2)
         self.assertEqual(len(self.json("/_sim/records")), 3)
 
