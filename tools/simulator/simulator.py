@@ -14,6 +14,7 @@ log goes to stderr. See README.md beside this file.
 import argparse
 import base64
 import hashlib
+import html
 import http.server
 import json
 import os
@@ -395,7 +396,7 @@ def html_reply(title, text, status=200):
 
 
 def not_found(path):
-    return html_reply("404 Nie znaleziono", "<p>Brak zasobu: %s</p>" % path, 404)
+    return html_reply("404 Nie znaleziono", "<p>Brak zasobu: %s</p>" % html.escape(path), 404)
 
 
 def envelope(status, message=""):
@@ -509,7 +510,7 @@ class Handler(http.server.BaseHTTPRequestHandler):
             reply = self.route(path, params, body)
         except Exception as error:  # a fault of ours must not end the server
             log("error serving %s: %r" % (self.path, error))
-            reply = html_reply("500 Błąd serwera", "<p>%s</p>" % error, 500)
+            reply = html_reply("500 Błąd serwera", "<p>%s</p>" % html.escape(str(error)), 500)
 
         if mode == "slow":
             self.send(reply, pace=fault["seconds"])
@@ -529,7 +530,7 @@ class Handler(http.server.BaseHTTPRequestHandler):
         return "http://%s%s" % (host, target)
 
     def redirect(self, status, location):
-        reply = html_reply("%d Przeniesiono" % status, "<p><a href=\"%s\">%s</a></p>" % (location, location), status)
+        reply = html_reply("%d Przeniesiono" % status, "<p><a href=\"%s\">%s</a></p>" % (html.escape(location), html.escape(location)), status)
         reply.headers.append(("Location", location))
         return reply
 

@@ -15,7 +15,6 @@ import struct
 import subprocess
 import sys
 import tempfile
-import threading
 import time
 import unittest
 import urllib.parse
@@ -397,9 +396,9 @@ class LifecycleTest(unittest.TestCase):
     def test_stops_on_signals_also_with_a_held_connection(self):
         for number in (signal.SIGTERM, signal.SIGINT):
             process, port = start_simulator()
-            urllib_fault = "/_sim/fault?key=/&mode=noanswer"
+            control_path = "/_sim/fault?key=/&mode=noanswer"
             connection = http.client.HTTPConnection("127.0.0.1", port, timeout=5)
-            connection.request("GET", urllib_fault)
+            connection.request("GET", control_path)
             connection.getresponse().read()
             held = socket.create_connection(("127.0.0.1", port), timeout=5)
             held.sendall(b"GET / HTTP/1.1\r\nHost: x\r\n\r\n")
