@@ -11,13 +11,13 @@ class QPainter;
 // Colours and small drawing helpers shared by every picture.
 namespace Painting {
 
-inline const QColor blue() { return QColor(0x29, 0x5c, 0x99); }
-inline const QColor darkBlue() { return QColor(0x1d, 0x43, 0x72); }
-inline const QColor lightBlue() { return QColor(0x3b, 0x78, 0xc0); }
-inline const QColor orange() { return QColor(0xe3, 0x50, 0x2a); }
-inline const QColor paleBlue() { return QColor(0xf4, 0xf8, 0xfb); }
-inline const QColor navy() { return QColor(0x22, 0x3e, 0x59); }
-inline const QColor grey() { return QColor(0x9a, 0xa7, 0xb4); }
+inline QColor blue() { return QColor(0x29, 0x5c, 0x99); }
+inline QColor darkBlue() { return QColor(0x1d, 0x43, 0x72); }
+inline QColor lightBlue() { return QColor(0x3b, 0x78, 0xc0); }
+inline QColor orange() { return QColor(0xe3, 0x50, 0x2a); }
+inline QColor paleBlue() { return QColor(0xf4, 0xf8, 0xfb); }
+inline QColor navy() { return QColor(0x22, 0x3e, 0x59); }
+inline QColor grey() { return QColor(0x9a, 0xa7, 0xb4); }
 
 // A transparent ARGB image of the given size.
 QImage canvas(int width, int height);

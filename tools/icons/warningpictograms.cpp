@@ -12,8 +12,8 @@
 using namespace Painting;
 
 // Each id gets a theme (what the warning is about: driving, alcohol, the sun…)
-// and a frame (what to do: know it, avoid it, take care, keep to a time).
-// Consecutive ids walk through the themes first, so neighbours differ most.
+// and a frame (a square tile, a prohibition sign, a tile with a warning badge,
+// a round seal). Consecutive ids walk through the themes first, so neighbours differ most.
 
 namespace {
 
