@@ -68,7 +68,8 @@ void QtHttpGet::onError(QNetworkReply::NetworkError code)
 {
     if (answered)
         return;
-    const QString name = QString::fromLatin1(QMetaEnum::fromType<QNetworkReply::NetworkError>().valueToKey(code));
+    const QMetaEnum errors = QMetaEnum::fromType<QNetworkReply::NetworkError>();
+    const QString name = QString::fromLatin1(errors.valueToKey(code));
     Raven::capture(3, Raven::locationString("../QuillardDesktop/utils/qthttpget", "onError", __LINE__),
                    QStringLiteral("Http error: ") + name, QJsonObject(), QJsonObject());
     answered = true;
@@ -84,7 +85,8 @@ void QtHttpGet::onFinished()
     const int status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
     if (status == 302) {
         qDebug().noquote() << "Redirect";
-        const QString target = reply->attribute(QNetworkRequest::RedirectionTargetAttribute).toUrl().toString();
+        const QString target
+            = reply->attribute(QNetworkRequest::RedirectionTargetAttribute).toUrl().toString();
         if (redirectHops >= NetworkLimits::maxRedirects) {
             // A redirect loop ends after ten hops with a failed reply, so that
             // the owner is told instead of waiting for ever.

@@ -74,7 +74,8 @@ bool Raven::setUpForProgram(const QString& dsn)
     const bool ok = raven->init(dsn);
     raven->setTag(QStringLiteral("Version"), QStringLiteral("1.6.5.0"));
     raven->setTag(QStringLiteral("Type"), QStringLiteral("QuillardDesktop"));
-    raven->setTag(QStringLiteral("OS"), QSysInfo::productType() + QLatin1Char(' ') + QSysInfo::productVersion());
+    raven->setTag(QStringLiteral("OS"),
+                  QSysInfo::productType() + QLatin1Char(' ') + QSysInfo::productVersion());
     raven->setTag(QStringLiteral("ENV"), QStringLiteral("Produkcja"));
     return ok;
 }

@@ -33,6 +33,7 @@ QString SentryDsn::storeUrl() const
 
 QString SentryDsn::authorization(const QString& clientId, qint64 timestamp) const
 {
-    return QStringLiteral("Sentry sentry_version=5,sentry_client=%1,sentry_timestamp=%2,sentry_key=%3,sentry_secret=%4")
+    return QStringLiteral("Sentry sentry_version=5,sentry_client=%1,sentry_timestamp=%2,"
+                          "sentry_key=%3,sentry_secret=%4")
         .arg(clientId, QString::number(timestamp), publicKey, secretKey);
 }
