@@ -21,7 +21,6 @@ private slots:
 
     void levelName_data();
     void levelName();
-    void locationString();
 
     void switchedOffClientSendsNothing();
     void eventWithoutGlobalTags_data();
@@ -111,12 +110,6 @@ void TestRaven::levelName()
     if (level < 0 || level > 4)
         QTest::ignoreMessage(QtDebugMsg, "Wrong sentry log level, default to error.");
     QTEST(Raven::levelName(level), "name");
-}
-
-void TestRaven::locationString()
-{
-    QCOMPARE(Raven::locationString("../QuillardDesktop/utils/qthttpget", "onError", 73),
-             QStringLiteral("../QuillardDesktop/utils/qthttpget in onError at 73"));
 }
 
 void TestRaven::switchedOffClientSendsNothing()
