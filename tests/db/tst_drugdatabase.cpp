@@ -9,6 +9,7 @@
 #include <QSqlQuery>
 #include <QStandardPaths>
 #include <QTemporaryDir>
+#include <QThread>
 #include <QtTest>
 
 #include <algorithm>
@@ -178,6 +179,7 @@ private slots:
     void pharmacies();
     void recipes();
     void reopensAfterClose();
+    void workerThreadHasItsOwnConnection();
     void brokenFiles_data();
     void brokenFiles();
 
@@ -289,6 +291,8 @@ void TestDrugDatabase::searchDrugs_data()
     QTest::newRow("every word must match") << QStringList{"para", "bio"} << 20 << QStringList{"2"};
     QTest::newRow("substring of an EAN") << QStringList{"0733842"} << 20 << QStringList{"4"};
     QTest::newRow("trailing blank's empty word matches all") << QStringList{"apap", ""} << 20 << apaps;
+    // Pins a null QString bound as SQL NULL, which made the pattern match nothing.
+    QTest::newRow("null word like an empty one") << QStringList{"apap", QString()} << 20 << apaps;
     QTest::newRow("doubled blank's empty word") << QStringList{"apap", "", "jun"} << 20 << QStringList{"4"};
     QTest::newRow("quote in a name") << QStringList{"d'arcy"} << 20 << QStringList{"12"};
     QTest::newRow("stray quote") << QStringList{"apap'"} << 20 << QStringList{};
@@ -573,6 +577,30 @@ void TestDrugDatabase::reopensAfterClose()
     closeDatabase();
     QVERIFY(QFile::remove(path));
     QVERIFY(QFile::rename(copy, path));
+    QCOMPARE(drugByVid(QStringLiteral("1")).name, QStringLiteral("Apap"));
+}
+
+void TestDrugDatabase::workerThreadHasItsOwnConnection()
+{
+    QCOMPARE(drugByVid(QStringLiteral("1")).name, QStringLiteral("Apap"));
+    QString workerConnection;
+    bool workerOpen = false;
+    QString workerDrug;
+    std::unique_ptr<QThread> worker(QThread::create([&] {
+        const QSqlDatabase db = databaseHandle(drugDatabaseName);
+        workerConnection = db.connectionName();
+        workerOpen = db.isOpen();
+        workerDrug = drugByVid(QStringLiteral("2")).name;
+    }));
+    worker->start();
+    QVERIFY(worker->wait(30000));
+
+    QVERIFY(workerOpen);
+    QCOMPARE(workerDrug, QStringLiteral("Paracetamol Biofarm"));
+    QVERIFY(workerConnection != drugDatabaseName);
+    // Gone with its thread, and the main thread's connection untouched.
+    QVERIFY(!QSqlDatabase::contains(workerConnection));
+    QVERIFY(QSqlDatabase::database(drugDatabaseName, false).isOpen());
     QCOMPARE(drugByVid(QStringLiteral("1")).name, QStringLiteral("Apap"));
 }
 
