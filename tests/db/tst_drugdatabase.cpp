@@ -179,6 +179,7 @@ private slots:
     void adverts();
     void pharmacies();
     void recipes();
+    void keysOfAnyColumnType();
     void reopensAfterClose();
     void workerThreadHasItsOwnConnection();
     void brokenFiles_data();
@@ -555,6 +556,28 @@ void TestDrugDatabase::recipes()
     QCOMPARE(QStringList({QString::number(base.id), base.name, base.effect, base.amount, base.additional, base.note})
                  .join('/'),
              QStringLiteral("2/Vaselinum album/podłoże/ad 100,0/ad/uwaga"));
+}
+
+void TestDrugDatabase::keysOfAnyColumnType()
+{
+    // Ids are bound as numbers, as the literals they once were: they meet
+    // untyped columns holding numbers as well as text columns holding digits.
+    useDatabase(QStringLiteral(
+        "CREATE TABLE v (vid, name, pid, gid, kind, dose, box, company, prices, iid, leaflet, warns);\n"
+        "CREATE TABLE g (gid, inn);\nCREATE TABLE xp (id, name);\n"
+        "CREATE TABLE xs (id TEXT, name TEXT, descr TEXT);\nCREATE TABLE d (id, name, descr);\n"
+        "CREATE TABLE x (id TEXT, descr TEXT);\nCREATE TABLE i (id TEXT, descr TEXT);\n"
+        "INSERT INTO v VALUES (1, 'Apap', 1, 100, 'tabletki', '500 mg', '', '', '7|3,20|12|3', 5, '', '');\n"
+        "INSERT INTO g VALUES (100, 'Paracetamolum');\nINSERT INTO xp VALUES (1, 'Dopuszczony');\n"
+        "INSERT INTO xs VALUES ('7', '50%', '');\nINSERT INTO d VALUES (12, 'Ból', '');\n"
+        "INSERT INTO x VALUES ('3', 'Gorączka');\nINSERT INTO i VALUES ('5', 'Bóle.');\n"));
+    const Drug drug = drugByVid(QStringLiteral("1"));
+    QCOMPARE(QString(drug.status + "/" + drug.gid), QStringLiteral("Dopuszczony/100"));
+    const DrugPrice price = drug.priceList.value(0);
+    QCOMPARE(QString(price.level.name + "/" + price.scope.name + "/" + price.offLabel.descr),
+             QStringLiteral("50%/Ból/Gorączka"));
+    QCOMPARE(firstDrugOfGroup(QStringLiteral("100")).vid, QStringLiteral("1"));
+    QCOMPARE(indicationsById(drug.iid), QStringLiteral("Bóle."));
 }
 
 void TestDrugDatabase::reopensAfterClose()
