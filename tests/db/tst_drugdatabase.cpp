@@ -144,7 +144,8 @@ QStringList vidsOf(const QList<Drug>& drugs)
     QStringList vids;
     for (const Drug& drug : drugs)
         vids.append(drug.vid);
-    std::sort(vids.begin(), vids.end(), [](const QString& a, const QString& b) { return a.toInt() < b.toInt(); });
+    std::sort(vids.begin(), vids.end(),
+              [](const QString& a, const QString& b) { return a.toInt() < b.toInt(); });
     return vids;
 }
 
@@ -224,8 +225,8 @@ void TestDrugDatabase::useDatabase(const QString& sql)
 void TestDrugDatabase::drugByVidReadsEveryColumn()
 {
     const Drug drug = drugByVid(QStringLiteral("1"));
-    QCOMPARE(QStringList({drug.vid, drug.name, drug.status, drug.inn, drug.kind, drug.dose, drug.box, drug.company,
-                          drug.prices, drug.iid, drug.gid})
+    QCOMPARE(QStringList({drug.vid, drug.name, drug.status, drug.inn, drug.kind, drug.dose, drug.box,
+                          drug.company, drug.prices, drug.iid, drug.gid})
                  .join('/'),
              QStringLiteral("1/Apap/Dopuszczony/Paracetamolum/tabletki/500 mg/50 szt./US Pharmacia/"
                             "7|3,20|12|-1|-1|12,80|-1|-1/5/100"));
@@ -478,8 +479,8 @@ void TestDrugDatabase::gifDecisionsNewestFirst()
 {
     QStringList decisions;
     for (const GifDecision& decision : gifDecisions(QStringLiteral("1")))
-        decisions << QStringList{QString::number(decision.id), QString::number(decision.versionId), decision.date,
-                                 decision.path, decision.name, decision.descr}
+        decisions << QStringList{QString::number(decision.id), QString::number(decision.versionId),
+                                 decision.date, decision.path, decision.name, decision.descr}
                          .join('/');
     QCOMPARE(decisions, (QStringList{"2/1/2024-05-02/gif/2.pdf/Wycofanie/Decyzja o wycofaniu z obrotu",
                                      "1/1/2023-01-10/gif/1.pdf/Wstrzymanie/Decyzja o wstrzymaniu obrotu"}));
@@ -547,13 +548,14 @@ void TestDrugDatabase::recipes()
     QVERIFY(searchRecipeDrugs(1, QStringLiteral("ma'")).isEmpty());
 
     const Recipe recipe = recipesOfDrug(10).value(0);
-    QCOMPARE(QStringList({QString::number(recipe.id), recipe.drugName, recipe.name, recipe.realization, recipe.use,
-                          recipe.comments})
+    QCOMPARE(QStringList({QString::number(recipe.id), recipe.drugName, recipe.name, recipe.realization,
+                          recipe.use, recipe.comments})
                  .join('/'),
              QStringLiteral("100/Maść borna/Maść borna 3%/Rozpuścić kwas/Zewnętrznie/Brak"));
 
     const RecipeSubstance base = substancesOfRecipe(100).value(1);
-    QCOMPARE(QStringList({QString::number(base.id), base.name, base.effect, base.amount, base.additional, base.note})
+    QCOMPARE(QStringList({QString::number(base.id), base.name, base.effect, base.amount, base.additional,
+                          base.note})
                  .join('/'),
              QStringLiteral("2/Vaselinum album/podłoże/ad 100,0/ad/uwaga"));
 }
