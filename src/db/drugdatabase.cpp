@@ -6,7 +6,6 @@
 #include <QDateTime>
 #include <QDebug>
 #include <QVariant>
-#include <QVector>
 
 #include <array>
 #include <optional>
@@ -197,8 +196,8 @@ QString singleText(const QString& sql, const QVariantList& values = {})
 }
 
 // The warning ids of v.warns, each checked to be an integer before it goes into
-// the IN (...) list, so that the column can't carry SQL. Empty when an item
-// isn't an integer.
+// the IN (...) list, so that the column can't carry SQL. No list at all when
+// an item isn't an integer.
 std::optional<QStringList> warningIds(const QString& warns)
 {
     QStringList ids;
