@@ -1,13 +1,11 @@
 #include "drugdatabase.h"
 
 #include "databaseconnection.h"
+#include "preparedstatement.h"
 
 #include <QDateTime>
 #include <QDebug>
-#include <QSqlError>
-#include <QSqlQuery>
 #include <QVariant>
-#include <QVector>
 
 #include <array>
 #include <optional>
@@ -98,52 +96,11 @@ QVariant keyValue(const QString& id)
     return isNumber ? QVariant(number) : textValue(id);
 }
 
-// One execution of a prepared statement of the drug database. The statement is
-// reset on the way out, so that it holds no read lock on the file and can be
-// run again.
-class Statement {
-public:
-    Statement(const QString& text, const QVariantList& values)
-    {
-        DatabaseConnection& connection = DatabaseConnection::of(drugDatabaseName);
-        databaseHandle(drugDatabaseName);
-        if (!connection.isOpen()) {
-            qDebug() << "Database is closed";
-            return;
-        }
-        std::optional<QSqlQuery> prepared = connection.statement(text);
-        if (!prepared)
-            return;
-        query = std::move(*prepared);
-        for (int i = 0; i < values.size(); ++i)
-            query.bindValue(i, values.at(i));
-        executed = query.exec();
-        if (!executed)
-            qDebug().noquote() << "Database error" << query.lastError().text();
-    }
-    ~Statement()
-    {
-        if (executed)
-            query.finish();
-    }
-    Statement(const Statement&) = delete;
-    Statement& operator=(const Statement&) = delete;
-
-    bool next() { return executed && query.next(); }
-    QVariant value(int column) const { return query.value(column); }
-    QString text(int column) const { return query.value(column).toString(); }
-    int number(int column) const { return query.value(column).toInt(); }
-
-private:
-    QSqlQuery query;
-    bool executed = false;
-};
-
 // The eleven columns of a drug row, kept until the statement is done: the
 // refund look-ups that make the Drug are statements of their own.
 using DrugRow = std::array<QString, 11>;
 
-DrugRow readDrugRow(const Statement& statement)
+DrugRow readDrugRow(const PreparedStatement& statement)
 {
     DrugRow row;
     for (int i = 0; i < int(row.size()); ++i)
@@ -151,7 +108,7 @@ DrugRow readDrugRow(const Statement& statement)
     return row;
 }
 
-QList<DrugRow> readDrugRows(Statement& statement)
+QList<DrugRow> readDrugRows(PreparedStatement& statement)
 {
     QList<DrugRow> rows;
     while (statement.next())
@@ -220,7 +177,7 @@ Drug singleDrug(const QString& sql, const QVariant& value, bool logEmpty)
 {
     std::optional<DrugRow> row;
     {
-        Statement statement(sql, {value});
+        PreparedStatement statement(drugDatabaseName, sql, {value});
         if (statement.next())
             row = readDrugRow(statement);
     }
@@ -234,13 +191,13 @@ Drug singleDrug(const QString& sql, const QVariant& value, bool logEmpty)
 
 QString singleText(const QString& sql, const QVariantList& values = {})
 {
-    Statement statement(sql, values);
+    PreparedStatement statement(drugDatabaseName, sql, values);
     return statement.next() ? statement.text(0) : QString();
 }
 
 // The warning ids of v.warns, each checked to be an integer before it goes into
-// the IN (...) list, so that the column can't carry SQL. Empty when an item
-// isn't an integer.
+// the IN (...) list, so that the column can't carry SQL. No list at all when
+// an item isn't an integer.
 std::optional<QStringList> warningIds(const QString& warns)
 {
     QStringList ids;
@@ -319,7 +276,7 @@ QString databaseDateText()
 Advert randomAdvert()
 {
     Advert advert;
-    Statement statement(randomAdvertSql, {});
+    PreparedStatement statement(drugDatabaseName, randomAdvertSql);
     if (statement.next()) {
         advert.data = statement.value(0).toByteArray();
         advert.url = statement.text(1);
@@ -351,7 +308,7 @@ QList<Drug> searchDrugs(const QStringList& words, int limit)
 
     QList<DrugRow> rows;
     {
-        Statement statement(sql, values);
+        PreparedStatement statement(drugDatabaseName, sql, values);
         rows = readDrugRows(statement);
     }
     return makeDrugs(std::move(rows));
@@ -361,7 +318,7 @@ QList<Drug> drugsOfGroup(const QString& gid)
 {
     QList<DrugRow> rows;
     {
-        Statement statement(drugsOfGroupSql, {keyValue(gid)});
+        PreparedStatement statement(drugDatabaseName, drugsOfGroupSql, {keyValue(gid)});
         rows = readDrugRows(statement);
     }
     return makeDrugs(std::move(rows));
@@ -391,7 +348,7 @@ QList<Drug> substitutesOf(const Drug& drug)
 
     QStringList vids;
     {
-        Statement statement(sql, values);
+        PreparedStatement statement(drugDatabaseName, sql, values);
         while (statement.next())
             vids.append(statement.text(0));
     }
@@ -405,7 +362,7 @@ QList<Drug> substitutesOf(const Drug& drug)
 QList<DescriptionSection> descriptionsOf(const QString& vid)
 {
     QList<DescriptionSection> sections;
-    Statement statement(descriptionsSql, {keyValue(vid)});
+    PreparedStatement statement(drugDatabaseName, descriptionsSql, {keyValue(vid)});
     while (statement.next()) {
         DescriptionSection section;
         section.caption = statement.text(0);
@@ -428,7 +385,8 @@ QList<DrugWarning> warningsOf(const QString& vid)
     }
 
     QList<DrugWarning> warnings;
-    Statement statement(warningsSql + ids->join(QLatin1Char(',')) + QStringLiteral(")"), {});
+    const QString sql = warningsSql + ids->join(QLatin1Char(',')) + QStringLiteral(")");
+    PreparedStatement statement(drugDatabaseName, sql);
     while (statement.next()) {
         DrugWarning warning;
         warning.id = statement.text(0);
@@ -444,7 +402,8 @@ QList<DrugWarning> warningsOf(const QString& vid)
 QList<Pharmacy> searchPharmacies(const QString& text, int limit)
 {
     QList<Pharmacy> pharmacies;
-    Statement statement(pharmaciesSql + QString::number(limit), {textValue(text), textValue(text)});
+    PreparedStatement statement(drugDatabaseName, pharmaciesSql + QString::number(limit),
+                                {textValue(text), textValue(text)});
     while (statement.next()) {
         Pharmacy pharmacy;
         pharmacy.id = statement.number(0);
@@ -463,7 +422,7 @@ QList<Pharmacy> searchPharmacies(const QString& text, int limit)
 QList<PharmacyOpenHoursType> pharmacyOpenHoursTypes()
 {
     QList<PharmacyOpenHoursType> types;
-    Statement statement(openHoursTypesSql, {});
+    PreparedStatement statement(drugDatabaseName, openHoursTypesSql);
     while (statement.next()) {
         PharmacyOpenHoursType type;
         type.name = statement.text(0);
@@ -476,7 +435,7 @@ QList<PharmacyOpenHoursType> pharmacyOpenHoursTypes()
 QList<PharmacyOpenHours> pharmacyOpenHours(int pharmacyId)
 {
     QList<PharmacyOpenHours> hours;
-    Statement statement(openHoursSql, {pharmacyId});
+    PreparedStatement statement(drugDatabaseName, openHoursSql, {pharmacyId});
     while (statement.next()) {
         PharmacyOpenHours entry;
         entry.typeId = statement.number(0);
@@ -490,7 +449,7 @@ QList<PharmacyOpenHours> pharmacyOpenHours(int pharmacyId)
 QList<GifDecision> gifDecisions(const QString& vid)
 {
     QList<GifDecision> decisions;
-    Statement statement(gifDecisionsSql, {keyValue(vid)});
+    PreparedStatement statement(drugDatabaseName, gifDecisionsSql, {keyValue(vid)});
     while (statement.next()) {
         GifDecision decision;
         decision.id = statement.number(0);
@@ -507,7 +466,7 @@ QList<GifDecision> gifDecisions(const QString& vid)
 QList<RecipeGroup> recipeGroups()
 {
     QList<RecipeGroup> groups;
-    Statement statement(recipeGroupsSql, {});
+    PreparedStatement statement(drugDatabaseName, recipeGroupsSql);
     while (statement.next()) {
         RecipeGroup group;
         group.id = statement.number(0);
@@ -519,7 +478,7 @@ QList<RecipeGroup> recipeGroups()
 
 namespace {
 
-QList<RecipeDrug> readRecipeDrugs(Statement& statement)
+QList<RecipeDrug> readRecipeDrugs(PreparedStatement& statement)
 {
     QList<RecipeDrug> drugs;
     while (statement.next()) {
@@ -539,20 +498,21 @@ QList<RecipeDrug> readRecipeDrugs(Statement& statement)
 
 QList<RecipeDrug> recipeDrugsOfGroup(int groupId)
 {
-    Statement statement(recipeDrugsSql, {groupId});
+    PreparedStatement statement(drugDatabaseName, recipeDrugsSql, {groupId});
     return readRecipeDrugs(statement);
 }
 
 QList<RecipeDrug> searchRecipeDrugs(int groupId, const QString& text)
 {
-    Statement statement(searchRecipeDrugsSql, {groupId, textValue(text), textValue(text), textValue(text)});
+    PreparedStatement statement(drugDatabaseName, searchRecipeDrugsSql,
+                                {groupId, textValue(text), textValue(text), textValue(text)});
     return readRecipeDrugs(statement);
 }
 
 QList<Recipe> recipesOfDrug(int drugId)
 {
     QList<Recipe> recipes;
-    Statement statement(recipesOfDrugSql, {drugId});
+    PreparedStatement statement(drugDatabaseName, recipesOfDrugSql, {drugId});
     while (statement.next()) {
         Recipe recipe;
         recipe.id = statement.number(0);
@@ -569,7 +529,7 @@ QList<Recipe> recipesOfDrug(int drugId)
 QList<RecipeSubstance> substancesOfRecipe(int recipeId)
 {
     QList<RecipeSubstance> substances;
-    Statement statement(substancesOfRecipeSql, {recipeId});
+    PreparedStatement statement(drugDatabaseName, substancesOfRecipeSql, {recipeId});
     while (statement.next()) {
         RecipeSubstance substance;
         substance.id = statement.number(0);
@@ -595,7 +555,7 @@ RefundLevel refundLevelById(const QString& id)
     // An empty field never names a row; it would have been no statement at all.
     if (id.isEmpty())
         return level;
-    Statement statement(refundLevelSql, {keyValue(id)});
+    PreparedStatement statement(drugDatabaseName, refundLevelSql, {keyValue(id)});
     if (statement.next()) {
         level.id = statement.text(0);
         level.name = statement.text(1);
@@ -615,7 +575,7 @@ RefundScope refundScopeById(const QString& id)
     }
     if (id.isEmpty())
         return scope;
-    Statement statement(refundScopeSql, {keyValue(id)});
+    PreparedStatement statement(drugDatabaseName, refundScopeSql, {keyValue(id)});
     if (statement.next()) {
         scope.id = statement.text(0);
         scope.name = statement.text(1);
@@ -634,7 +594,7 @@ OffLabelIndication offLabelById(const QString& id)
     }
     if (id.isEmpty())
         return offLabel;
-    Statement statement(offLabelSql, {keyValue(id)});
+    PreparedStatement statement(drugDatabaseName, offLabelSql, {keyValue(id)});
     if (statement.next()) {
         offLabel.id = statement.text(0);
         offLabel.descr = statement.text(1);
