@@ -19,12 +19,13 @@ const QString selectedNameStyle = QStringLiteral("color: #df512c;");
 const QString restingNameStyle = QStringLiteral("color: #082e56;");
 const QString substitutesTabText = QStringLiteral("Zamienniki");
 
+// Radius 18 on a 37 pixel button: past half the side Qt draws no rounding at all.
 const QString clearDrugsStyle = QStringLiteral(
     "QPushButton {\n"
     "\timage: url(:/icons/trash);\n"
     "\tbackground-color: #df512c;\n"
     "\tborder: none;\n"
-    "\tborder-radius: 19px;\n"
+    "\tborder-radius: 18px;\n"
     "\tpadding: 8px;\n"
     "}\n"
     "QPushButton:pressed {\n"
