@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QDebug>
 #include <QLineEdit>
+#include <QTimer>
 
 namespace {
 
@@ -140,13 +141,38 @@ void KeyboardReader::keyUp(int vkCode, qint64 timeMs, const QString& keyName)
     emit shortcut(QKeySequence(prefix + keyName, QKeySequence::NativeText));
 }
 
+namespace {
+
+// The focused line gets its own copy of the scanner's keys from the window
+// system, and that copy may arrive after the reading: the last digit on
+// Windows, where the hook sees a key before the window does, and any of them
+// on X11, where the recorded stream and the window's stream are read apart.
+// For a moment after a reading, digits of the code that land in the line are
+// taken out too.
+void takeOutLateDigits(QLineEdit* edit, const QString& reading)
+{
+    auto* scrub = new QTimer(edit);
+    scrub->setSingleShot(true);
+    scrub->setInterval(50);
+    QObject::connect(edit, &QLineEdit::textEdited, scrub, qOverload<>(&QTimer::start));
+    QObject::connect(scrub, &QTimer::timeout, edit, [edit, reading] {
+        if (!edit->text().isEmpty() && reading.contains(edit->text()))
+            edit->setText(QString());
+    });
+    QTimer::singleShot(1000, scrub, &QObject::deleteLater);
+}
+
+} // namespace
+
 void KeyboardReader::makeReading()
 {
     qDebug() << "New keyboard scanner reading :" << buffer;
     // The scanner's digits also went on to the focused line as ordinary typing:
     // take them out again.
-    if (auto* edit = qobject_cast<QLineEdit*>(QApplication::focusWidget()))
+    if (auto* edit = qobject_cast<QLineEdit*>(QApplication::focusWidget())) {
         edit->setText(QString());
+        takeOutLateDigits(edit, buffer);
+    }
     emit newReading(buffer);
     buffer.clear();
 }
