@@ -1,7 +1,9 @@
 #include "appdir.h"
 #include "loghandler.h"
 #include "mainwindow.h"
+#include "settings/appkey.h"
 #include "urls.h"
+#include "utils/raven.h"
 
 #include <QApplication>
 #include <QDebug>
@@ -62,6 +64,8 @@ int main(int argc, char* argv[])
         app.installTranslator(&qtBaseTranslator);
     }
 
+    Raven::setUpForProgram(sentryDsn);
+
     QPixmap splashImage(QStringLiteral(":/icons/splash"));
     QSplashScreen splash(splashImage);
     splash.show();
@@ -88,6 +92,8 @@ int main(int argc, char* argv[])
     QCoreApplication::setOrganizationDomain(organizationDomain);
     QCoreApplication::setApplicationName(QStringLiteral("Quillard"));
     QCoreApplication::setApplicationVersion(applicationVersion);
+    // The installation's key goes with every record, so it stands before anything is sent.
+    ensureAppKey();
 
     setUpTempDirAndLogPattern();
 

@@ -3,6 +3,10 @@
 
 #include "appdir.h"
 #include "db/drugdatabase.h"
+#include "drugs/drugbasewidget.h"
+#include "drugs/drugsubstituteviewmodel.h"
+#include "drugs/drugviewmodel.h"
+#include "utils/keyboardreader.h"
 
 #include <QCloseEvent>
 #include <QCoreApplication>
@@ -57,11 +61,16 @@ MainWindow::MainWindow(QWidget* parent)
 
     setWindowState(Qt::WindowMaximized);
 
+    DrugSubstituteViewModel::instance();
+    DrugSubstituteViewModel::connectToDrugViewModel();
+
     ui->recipes->hide();
     ui->drugBase->show();
 
-    // Until the start-up checks stand, their last pass runs once the event loop is up.
+    // Until the start-up checks stand, their last pass runs once the event loop
+    // is up, and the scanner is wired once, here.
     QMetaObject::invokeMethod(this, &MainWindow::Init, Qt::QueuedConnection);
+    connectInputs();
 }
 
 MainWindow::~MainWindow()
@@ -126,6 +135,27 @@ void MainWindow::showRecipesPage()
 void MainWindow::showSubstitutes()
 {
     showDrugPage();
+    ui->drugBase->showTab(QStringLiteral("Zamienniki"));
+}
+
+void MainWindow::connectInputs()
+{
+    // Queued: the key source's callback returns before a reading is handled.
+    connect(KeyboardReader::instance(), &KeyboardReader::newReading, this, &MainWindow::onNewReading,
+            Qt::QueuedConnection);
+}
+
+void MainWindow::onNewReading(const QString& ean)
+{
+    qDebug() << "New ean" << ean;
+    const Drug drug = DrugDatabase::drugByEan(ean);
+    if (drug.gid.isEmpty()) {
+        qDebug() << ean << " not found";
+        return;
+    }
+    DrugViewModel::instance()->addDrug(drug);
+    showDrugPage();
+    ui->drugBase->showTab(QStringLiteral("Informacje"));
 }
 
 void MainWindow::display()
@@ -161,6 +191,7 @@ void MainWindow::closeEvent(QCloseEvent* event)
 
 void MainWindow::onTrayIconMessageClicked()
 {
+    ui->drugBase->selectFirstDrug();
 }
 
 void MainWindow::on_actionZamknij_triggered()

@@ -28,6 +28,7 @@ public:
 
 public slots:
     void display();
+    void onNewReading(const QString& ean);
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -39,6 +40,7 @@ private slots:
 
 private:
     void Init();
+    void connectInputs();
     void setAlertStyle(bool alert);
 
     Ui::MainWindow* ui = nullptr;

@@ -1,14 +1,246 @@
 #include "drugbasewidget.h"
 #include "ui_drugbasewidget.h"
 
+#include "db/drugdatabase.h"
+#include "drugs/drugsubstituteitem.h"
+#include "drugs/drugsubstituteviewmodel.h"
+#include "drugs/drugviewmodel.h"
+#include "drugs/searchlistitem.h"
+#include "drugs/searchlookup.h"
+#include "mainwindow.h"
+
+#include <QDebug>
+#include <QLabel>
+#include <QListWidgetItem>
+#include <QPushButton>
+
+namespace {
+const QString selectedNameStyle = QStringLiteral("color: #df512c;");
+const QString restingNameStyle = QStringLiteral("color: #082e56;");
+const QString substitutesTabText = QStringLiteral("Zamienniki");
+
+// Radius 18 on a 37 pixel button: past half the side Qt draws no rounding at all.
+const QString clearDrugsStyle = QStringLiteral(
+    "QPushButton {\n"
+    "\timage: url(:/icons/trash);\n"
+    "\tbackground-color: #df512c;\n"
+    "\tborder: none;\n"
+    "\tborder-radius: 18px;\n"
+    "\tpadding: 8px;\n"
+    "}\n"
+    "QPushButton:pressed {\n"
+    "\tbackground-color: #295c99;\n"
+    "}");
+} // namespace
+
 DrugBaseWidget::DrugBaseWidget(QWidget* parent)
     : QWidget(parent)
     , ui(new Ui::DrugBaseWidget)
 {
     ui->setupUi(this);
+    setPanesVisible(false);
+
+    clearDrugs = new QPushButton(ui->widget);
+    clearDrugs->setObjectName(QStringLiteral("clearDrugs"));
+    clearDrugs->setToolTip(QStringLiteral("Usuń wybrane leki"));
+    clearDrugs->setFixedSize(37, 37);
+    clearDrugs->setCursor(Qt::PointingHandCursor);
+    clearDrugs->setStyleSheet(clearDrugsStyle);
+    connect(clearDrugs, &QPushButton::clicked, this, &DrugBaseWidget::onClearDrugsClicked);
+
+    // Queued: addDrug() returns before the page is rebuilt, and a new row is
+    // always inserted before it is highlighted.
+    DrugViewModel* model = DrugViewModel::instance();
+    connect(model, &DrugViewModel::drugAdded, this, &DrugBaseWidget::onDrugViewModelDrugAdded,
+            Qt::QueuedConnection);
+    connect(model, &DrugViewModel::drugListCleared, this, &DrugBaseWidget::onDrugViewModelDrugListCleared);
+    connect(model, &DrugViewModel::selectedDrugChanged, this,
+            &DrugBaseWidget::onDrugViewModelSelectedDrugChanged, Qt::QueuedConnection);
+
+    ui->tabWidget->setCurrentIndex(0);
+    // The search in the descriptions stays out of the user's reach; its line is kept.
+    ui->frame_4->hide();
+    ui->widget->resize(700, ui->widget->height());
+
+    new SearchLookup(ui->searchLineEdit);
 }
 
 DrugBaseWidget::~DrugBaseWidget()
 {
     delete ui;
+}
+
+void DrugBaseWidget::setPanesVisible(bool visible)
+{
+    ui->Drug_Info->setVisible(visible);
+    ui->SekcjeWidget->setVisible(visible);
+    ui->warningsFrame->setVisible(visible);
+    ui->gifFrame->setVisible(visible);
+    ui->drugVersionsList->setVisible(visible);
+}
+
+void DrugBaseWidget::setRowNameStyle(int row, const QString& style)
+{
+    auto* rowWidget = qobject_cast<SearchListItem*>(ui->selectedDrugs->itemWidget(ui->selectedDrugs->item(row)));
+    if (rowWidget)
+        rowWidget->labelName()->setStyleSheet(style);
+}
+
+void DrugBaseWidget::onClearDrugsClicked()
+{
+    DrugViewModel::instance()->clearDrugs();
+    ui->searchLineEdit->setText(QString());
+}
+
+void DrugBaseWidget::onDrugViewModelDrugAdded()
+{
+    // The model may have changed since the signal: read it as it stands now.
+    Drug* drug = DrugViewModel::instance()->firstDrug();
+    if (!drug)
+        return;
+
+    auto* row = new SearchListItem(*drug, nullptr);
+    auto* item = new QListWidgetItem;
+    item->setData(Qt::SizeHintRole, row->size());
+    ui->selectedDrugs->insertItem(0, item);
+    ui->selectedDrugs->setItemWidget(item, row);
+    ui->lookForDrugsImage->hide();
+}
+
+void DrugBaseWidget::onDrugViewModelDrugListCleared()
+{
+    while (ui->selectedDrugs->count() > 0)
+        delete ui->selectedDrugs->takeItem(0);
+    ui->selectedDrugs->clear();
+    ui->lookForDrugsImage->show();
+}
+
+void DrugBaseWidget::onDrugViewModelSelectedDrugChanged(int previous)
+{
+    // After a clear the old index can lie past the rows: then there is nothing to un-mark.
+    if (previous >= 0 && previous < ui->selectedDrugs->count())
+        setRowNameStyle(previous, restingNameStyle);
+
+    DrugViewModel* model = DrugViewModel::instance();
+    const Drug* selected = model->selectedDrug();
+    if (!selected) {
+        setPanesVisible(false);
+        return;
+    }
+    const QString vid = selected->vid;
+    const QString gid = selected->gid;
+    const int index = model->selectedDrugIndex();
+
+    setRowNameStyle(index, selectedNameStyle);
+    setPanesVisible(true);
+    showDrug(vid);
+
+    ui->selectedDrugs->setCurrentRow(index);
+    ui->selectedDrugs->setFocus(Qt::OtherFocusReason);
+
+    showTab(QStringLiteral("Informacje"));
+    fillDrugVersions(gid);
+}
+
+void DrugBaseWidget::showDrug(const QString& vid)
+{
+    qDebug() << "Vid :" << vid;
+    fillSubstitutes();
+}
+
+void DrugBaseWidget::fillDrugVersions(const QString& gid)
+{
+    const QList<Drug> versions = DrugDatabase::drugsOfGroup(gid);
+    const Drug* selected = DrugViewModel::instance()->selectedDrug();
+    const QString selectedVid = selected ? selected->vid : QString();
+
+    ui->drugVersionsList->clear();
+    for (const Drug& drug : versions) {
+        auto* row = new SearchListItem(drug, nullptr);
+        if (drug.vid == selectedVid)
+            row->labelName()->setStyleSheet(selectedNameStyle);
+        auto* item = new QListWidgetItem;
+        item->setData(Qt::SizeHintRole, row->size());
+        ui->drugVersionsList->insertItem(0, item);
+        item->setData(Qt::UserRole, drug.vid);
+        ui->drugVersionsList->setItemWidget(item, row);
+    }
+}
+
+void DrugBaseWidget::on_drugVersionsList_clicked(const QModelIndex& index)
+{
+    // A version is added as a new row; the row of the drug shown stays.
+    const QString vid = index.data(Qt::UserRole).toString();
+    DrugViewModel::instance()->addDrug(DrugDatabase::drugByVid(vid));
+}
+
+void DrugBaseWidget::on_selectedDrugs_clicked(const QModelIndex& index)
+{
+    DrugViewModel::instance()->selectDrug(index.row());
+}
+
+void DrugBaseWidget::fillSubstitutes()
+{
+    const QList<Drug> substitutes = DrugSubstituteViewModel::instance()->substitutes();
+
+    if (substitutes.isEmpty()) {
+        const int tab = ui->tabWidget->indexOf(ui->substitutesTab);
+        if (tab >= 0)
+            ui->tabWidget->removeTab(tab);
+        return;
+    }
+
+    // A tab that an earlier drug lost comes back at the end.
+    if (ui->tabWidget->indexOf(ui->substitutesTab) < 0)
+        ui->tabWidget->addTab(ui->substitutesTab, substitutesTabText);
+    ui->tabWidget->setTabText(ui->tabWidget->indexOf(ui->substitutesTab),
+                              substitutesTabText + QStringLiteral(" : ") + QString::number(substitutes.size()));
+
+    ui->substituteDrugsList->clear();
+    for (int i = substitutes.size() - 1; i >= 0; --i) {
+        const Drug& drug = substitutes.at(i);
+        auto* row = new DrugSubstituteItem(drug, nullptr);
+        auto* item = new QListWidgetItem;
+        item->setData(Qt::SizeHintRole, row->size());
+        ui->substituteDrugsList->insertItem(0, item);
+        item->setData(Qt::UserRole, drug.vid);
+        ui->substituteDrugsList->setItemWidget(item, row);
+        row->adjustSize();
+    }
+}
+
+void DrugBaseWidget::on_substituteDrugsList_clicked(const QModelIndex& index)
+{
+    const QString vid = index.data(Qt::UserRole).toString();
+    DrugViewModel::instance()->addDrug(DrugDatabase::drugByVid(vid));
+}
+
+void DrugBaseWidget::showTab(const QString& name)
+{
+    const QString wanted = name.trimmed();
+    qDebug() << "D/DrugBaseWidget::showTab | tab count" << ui->tabWidget->count();
+    for (int i = 0; i < ui->tabWidget->count(); ++i) {
+        // The substitutes tab carries its count, so the text is searched, not compared.
+        const QString text = ui->tabWidget->tabText(i).trimmed();
+        qDebug() << text << "vs" << wanted;
+        if (text.indexOf(wanted) != -1) {
+            ui->tabWidget->setCurrentIndex(i);
+            return;
+        }
+    }
+}
+
+bool DrugBaseWidget::selectFirstDrug()
+{
+    if (ui->selectedDrugs->count() == 0)
+        return false;
+    DrugViewModel::instance()->selectFirstDrug();
+    ui->tabWidget->setCurrentIndex(0);
+    return true;
+}
+
+void DrugBaseWidget::on_recipesButton_clicked()
+{
+    if (MainWindow* window = MainWindow::instance())
+        window->showRecipesPage();
 }

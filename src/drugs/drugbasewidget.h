@@ -1,11 +1,17 @@
 #pragma once
 
+#include <QModelIndex>
 #include <QWidget>
+
+class QPushButton;
 
 namespace Ui {
 class DrugBaseWidget;
 }
 
+// The main page: the search line and the drugs chosen in this run on the left,
+// the tabs about the selected one on the right. Everything on it follows the
+// signals of DrugViewModel.
 class DrugBaseWidget : public QWidget {
     Q_OBJECT
     Q_DISABLE_COPY(DrugBaseWidget)
@@ -14,6 +20,27 @@ public:
     explicit DrugBaseWidget(QWidget* parent = nullptr);
     ~DrugBaseWidget() override;
 
+    // Brings up the first tab whose trimmed text holds the trimmed name.
+    void showTab(const QString& name);
+    bool selectFirstDrug();
+
+private slots:
+    void onClearDrugsClicked();
+    void onDrugViewModelDrugAdded();
+    void onDrugViewModelDrugListCleared();
+    void onDrugViewModelSelectedDrugChanged(int previous);
+    void on_selectedDrugs_clicked(const QModelIndex& index);
+    void on_drugVersionsList_clicked(const QModelIndex& index);
+    void on_recipesButton_clicked();
+    void on_substituteDrugsList_clicked(const QModelIndex& index);
+
 private:
+    void setPanesVisible(bool visible);
+    void setRowNameStyle(int row, const QString& style);
+    void showDrug(const QString& vid);
+    void fillDrugVersions(const QString& gid);
+    void fillSubstitutes();
+
     Ui::DrugBaseWidget* ui = nullptr;
+    QPushButton* clearDrugs = nullptr;
 };

@@ -1,0 +1,70 @@
+#include "searchlookupitem.h"
+#include "ui_searchlookupitem.h"
+
+#include <QStyle>
+
+namespace {
+const QString bar = QStringLiteral(" |");
+}
+
+SearchLookupItem::SearchLookupItem(const Drug& drug, QWidget* parent)
+    : QWidget(parent)
+    , ui(new Ui::SearchLookupItem)
+    , drug(drug)
+{
+    ui->setupUi(this);
+    ui->labelName->setText(drug.name);
+    ui->labelStatus->setText(drug.status);
+    ui->labelForm->setText(drug.kind);
+    ui->labelDose->setText(doseText(drug));
+    ui->labelBox->setText(boxText(drug));
+}
+
+SearchLookupItem::~SearchLookupItem()
+{
+    delete ui;
+}
+
+Drug SearchLookupItem::getDrug() const
+{
+    return drug;
+}
+
+void SearchLookupItem::adjustForFirstRow()
+{
+    ui->mainFrame->layout()->setContentsMargins(9, 29, 9, 9);
+}
+
+QString SearchLookupItem::doseText(const Drug& drug)
+{
+    if (!drug.kind.isEmpty() && !drug.dose.isEmpty())
+        return drug.dose + bar;
+    return drug.dose;
+}
+
+QString SearchLookupItem::boxText(const Drug& drug)
+{
+    if (!drug.box.isEmpty() && (!drug.dose.isEmpty() || !drug.kind.isEmpty()))
+        return drug.box + bar;
+    return drug.box;
+}
+
+void SearchLookupItem::enterEvent(QEvent* event)
+{
+    setUrgent(true);
+    QWidget::enterEvent(event);
+}
+
+void SearchLookupItem::leaveEvent(QEvent* event)
+{
+    setUrgent(false);
+    QWidget::leaveEvent(event);
+}
+
+void SearchLookupItem::setUrgent(bool urgent)
+{
+    // A dynamic property takes effect in the style sheet only after a re-polish.
+    ui->mainFrame->setProperty("urgent", urgent);
+    ui->mainFrame->style()->unpolish(ui->mainFrame);
+    ui->mainFrame->style()->polish(ui->mainFrame);
+}

@@ -1,0 +1,178 @@
+#include "keyboardreader.h"
+
+#include "keysource.h"
+
+#include <QApplication>
+#include <QDebug>
+#include <QLineEdit>
+#include <QTimer>
+
+namespace {
+
+// Windows virtual-key codes, the reader's key codes on every platform.
+constexpr int firstAcceptedKey = 0x2F;
+constexpr int lastAcceptedKey = 0x39;
+constexpr int returnKey = 0x0D;
+constexpr int escapeKey = 0x1B;
+constexpr int eanLength = 13;
+
+bool isShiftKey(int vkCode)
+{
+    return vkCode == 0x10 || vkCode == 0xA0 || vkCode == 0xA1;
+}
+
+bool isControlKey(int vkCode)
+{
+    return vkCode == 0x11 || vkCode == 0xA2 || vkCode == 0xA3;
+}
+
+bool isAltKey(int vkCode)
+{
+    return vkCode == 0x12 || vkCode == 0xA4 || vkCode == 0xA5;
+}
+
+} // namespace
+
+KeyboardReader* KeyboardReader::instance()
+{
+    static KeyboardReader* reader = nullptr;
+    if (!reader) {
+        reader = new KeyboardReader;
+        reader->installHook();
+    }
+    return reader;
+}
+
+KeyboardReader::KeyboardReader(QObject* parent)
+    : QObject(parent)
+{
+}
+
+KeyboardReader::~KeyboardReader() = default;
+
+void KeyboardReader::installHook()
+{
+    if (hook)
+        return;
+    hook = KeySource::create(this);
+    connect(hook, &KeySource::keyPressed, this, &KeyboardReader::keyDown);
+    connect(hook, &KeySource::keyReleased, this, &KeyboardReader::keyUp);
+}
+
+void KeyboardReader::removeHook()
+{
+    delete hook;
+    hook = nullptr;
+}
+
+bool KeyboardReader::isModifierActive() const
+{
+    return shift || alt || ctrl;
+}
+
+void KeyboardReader::noteEvent(qint64 timeMs)
+{
+    if (!lastKeyDown)
+        lastKeyDown = timeMs;
+}
+
+void KeyboardReader::keyDown(int vkCode, qint64 timeMs)
+{
+    noteEvent(timeMs);
+    // Every key counts as activity, modifiers and letters too. A negative gap
+    // (a clock that wrapped) keeps the run.
+    const qint64 elapsed = timeMs - *lastKeyDown;
+    lastKeyDown = timeMs;
+    if (elapsed > maxInterval)
+        buffer.clear();
+
+    if (vkCode >= firstAcceptedKey && vkCode <= lastAcceptedKey && !shift) {
+        buffer.append(QChar(vkCode));
+        if (buffer.size() == eanLength)
+            makeReading();
+    } else if (vkCode == returnKey) {
+        // A complete code has been read at its last digit already: Return only
+        // throws away a run that is too short.
+        if (buffer.size() == eanLength)
+            makeReading();
+        buffer.clear();
+    }
+
+    if (isControlKey(vkCode))
+        ctrl = true;
+    if (isAltKey(vkCode))
+        alt = true;
+    if (isShiftKey(vkCode))
+        shift = true;
+
+    if (vkCode == escapeKey) {
+        qDebug() << "Escape pressed";
+        emit escape();
+    }
+}
+
+void KeyboardReader::keyUp(int vkCode, qint64 timeMs, const QString& keyName)
+{
+    noteEvent(timeMs);
+    if (isControlKey(vkCode))
+        ctrl = false;
+    if (isAltKey(vkCode))
+        alt = false;
+
+    // The first key released takes the modifiers with it: with Control held,
+    // F1 then F2 give Ctrl+F1 and F2.
+    QString prefix;
+    if (isShiftKey(vkCode)) {
+        shift = false;
+    } else if (shift) {
+        prefix += QStringLiteral("Shift+");
+        shift = false;
+    }
+    if (ctrl) {
+        prefix += QStringLiteral("Ctrl+");
+        ctrl = false;
+    }
+    if (alt) {
+        prefix += QStringLiteral("Alt+");
+        alt = false;
+    }
+
+    qDebug() << "D/KeyboardReader::keyUp |" << keyName.size() << keyName;
+    emit shortcut(QKeySequence(prefix + keyName, QKeySequence::NativeText));
+}
+
+namespace {
+
+// The focused line gets its own copy of the scanner's keys from the window
+// system, and that copy may arrive after the reading: the last digit on
+// Windows, where the hook sees a key before the window does, and any of them
+// on X11, where the recorded stream and the window's stream are read apart.
+// For a moment after a reading, digits of the code that land in the line are
+// taken out too.
+void takeOutLateDigits(QLineEdit* edit, const QString& reading)
+{
+    auto* scrub = new QTimer(edit);
+    scrub->setSingleShot(true);
+    scrub->setInterval(50);
+    QObject::connect(edit, &QLineEdit::textEdited, scrub, qOverload<>(&QTimer::start));
+    QObject::connect(scrub, &QTimer::timeout, edit, [edit, reading] {
+        if (!edit->text().isEmpty() && reading.contains(edit->text()))
+            edit->setText(QString());
+    });
+    QTimer::singleShot(1000, scrub, &QObject::deleteLater);
+}
+
+} // namespace
+
+void KeyboardReader::makeReading()
+{
+    qDebug() << "New keyboard scanner reading :" << buffer;
+    // The scanner's digits also went on to the focused line as ordinary typing:
+    // take them out again.
+    if (auto* edit = qobject_cast<QLineEdit*>(QApplication::focusWidget())) {
+        edit->setText(QString());
+        takeOutLateDigits(edit, buffer);
+    }
+    emit newReading(buffer);
+    buffer.clear();
+}

@@ -1,0 +1,8 @@
+#include "keysource.h"
+
+#include "eventfilterkeysource.h"
+
+KeySource* KeySource::create(QObject* parent)
+{
+    return new EventFilterKeySource(parent);
+}

@@ -1,0 +1,134 @@
+#include "qthttpget.h"
+
+#include "utils/failedreply.h"
+#include "utils/networklimits.h"
+#include "utils/raven.h"
+
+#include <QDebug>
+#include <QJsonObject>
+#include <QMetaEnum>
+#include <QNetworkAccessManager>
+#include <QNetworkRequest>
+#include <QUrl>
+
+namespace {
+
+QNetworkRequest makeRequest(const QString& url)
+{
+    QNetworkRequest request(QUrl(url, QUrl::TolerantMode));
+    // A server that stops answering ends the request instead of leaving the owner waiting.
+    request.setTransferTimeout(NetworkLimits::transferTimeout());
+    return request;
+}
+
+} // namespace
+
+QtHttpGet::QtHttpGet()
+    : manager(new QNetworkAccessManager)
+{
+}
+
+QtHttpGet::~QtHttpGet()
+{
+    // The owner may end this object from a slot of `result`, inside the reply's
+    // own signal; the reply goes first, then the manager, and nothing reaches us.
+    if (reply) {
+        reply->disconnect(this);
+        reply->deleteLater();
+    }
+    manager->deleteLater();
+}
+
+void QtHttpGet::get(const QString& url)
+{
+    redirectHops = 0;
+    sendGet(url);
+}
+
+void QtHttpGet::post(const QString& url, const QByteArray& body)
+{
+    qDebug().noquote() << url;
+    redirectHops = 0;
+    dropReply();
+    take(manager->post(makeRequest(url), body));
+}
+
+QString QtHttpGet::replyText(QNetworkReply* reply)
+{
+    if (!reply->isSequential())
+        reply->seek(0);
+    QByteArray bytes = reply->readAll();
+    const int nul = bytes.indexOf('\0');
+    if (nul >= 0)
+        bytes.truncate(nul);
+    return QString::fromUtf8(bytes);
+}
+
+void QtHttpGet::onError(QNetworkReply::NetworkError code)
+{
+    if (answered)
+        return;
+    const QMetaEnum errors = QMetaEnum::fromType<QNetworkReply::NetworkError>();
+    const QString name = QString::fromLatin1(errors.valueToKey(code));
+    Raven::capture(3, Raven::locationString("../QuillardDesktop/utils/qthttpget", "onError", __LINE__),
+                   QStringLiteral("Http error: ") + name, QJsonObject(), QJsonObject());
+    answered = true;
+    emit result(reply);
+}
+
+void QtHttpGet::onFinished()
+{
+    // A failed reply finishes after its error, which gave the owner its result.
+    if (answered)
+        return;
+
+    const int status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+    if (status == 302) {
+        qDebug().noquote() << "Redirect";
+        const QString target
+            = reply->attribute(QNetworkRequest::RedirectionTargetAttribute).toUrl().toString();
+        if (redirectHops >= NetworkLimits::maxRedirects) {
+            // A redirect loop ends after ten hops with a failed reply, so that
+            // the owner is told instead of waiting for ever.
+            const QUrl url = reply->url();
+            dropReply();
+            take(new FailedReply(url, QNetworkReply::TooManyRedirectsError,
+                                 QStringLiteral("Too many redirects"), manager));
+            onError(QNetworkReply::TooManyRedirectsError);
+            return;
+        }
+        ++redirectHops;
+        sendGet(target);
+        return;
+    }
+    if (status == 200) {
+        answered = true;
+        emit result(reply);
+    }
+}
+
+void QtHttpGet::sendGet(const QString& url)
+{
+    qDebug().noquote() << url;
+    dropReply();
+    take(manager->get(makeRequest(url)));
+}
+
+void QtHttpGet::take(QNetworkReply* newReply)
+{
+    reply = newReply;
+    answered = false;
+    connect(reply, &QNetworkReply::finished, this, &QtHttpGet::onFinished);
+    connect(reply, &QNetworkReply::errorOccurred, this, &QtHttpGet::onError);
+}
+
+void QtHttpGet::dropReply()
+{
+    if (!reply)
+        return;
+    // The reply may be the one whose signal is being served, so it goes later;
+    // cut off first, an unfinished request ends without a word to the owner.
+    reply->disconnect(this);
+    reply->deleteLater();
+    reply = nullptr;
+}

@@ -1,0 +1,205 @@
+#include "appdir.h"
+#include "db/drugdatabase.h"
+#include "drugs/drugviewmodel.h"
+#include "mainwindow.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QProcess>
+#include <QSqlDatabase>
+#include <QSqlQuery>
+#include <QStandardPaths>
+#include <QTabWidget>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <cstdio>
+#include <memory>
+
+// A scan from anywhere on the desktop, end to end: xdotool types on the X
+// server while another program has the focus, and the drug must come up in our
+// main window, hidden in the tray or not. Needs an X server with RECORD (Xvfb).
+class tst_ScanRoad : public QObject {
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void scanWhileAnotherProgramHasTheFocus();
+    void twelveDigitsAndReturnDoNothing();
+    void unknownCodeChangesNothing();
+    void scanIntoOurSearchLineIsTakenOut();
+    void cleanupTestCase();
+
+private:
+    static bool xdotool(const QStringList& arguments);
+    QString foreignText();
+    int selectedCount() const;
+
+    QTemporaryDir dir;
+    std::unique_ptr<MainWindow> window;
+    QProcess foreign;
+    QByteArray foreignOutput;
+    QString ean;
+    QString vid;
+};
+
+bool tst_ScanRoad::xdotool(const QStringList& arguments)
+{
+    QProcess process;
+    process.start(QStringLiteral("xdotool"), arguments);
+    return process.waitForFinished(30000) && process.exitCode() == 0;
+}
+
+QString tst_ScanRoad::foreignText()
+{
+    foreignOutput += foreign.readAllStandardOutput();
+    const QList<QByteArray> lines = foreignOutput.split('\n');
+    QString last;
+    for (const QByteArray& line : lines) {
+        if (line.startsWith("TEXT "))
+            last = QString::fromUtf8(line.mid(5));
+    }
+    return last;
+}
+
+int tst_ScanRoad::selectedCount() const
+{
+    return window->findChild<QListWidget*>(QStringLiteral("selectedDrugs"))->count();
+}
+
+void tst_ScanRoad::initTestCase()
+{
+    if (qgetenv("DISPLAY").isEmpty() || QGuiApplication::platformName() != QLatin1String("xcb"))
+        QSKIP("Needs an X server (run under xvfb-run).");
+    if (QStandardPaths::findExecutable(QStringLiteral("xdotool")).isEmpty())
+        QSKIP("Needs xdotool.");
+    QStandardPaths::setTestModeEnabled(true);
+
+    QVERIFY(dir.isValid());
+    setProgramDir(dir.path());
+    QVERIFY(QFile::copy(QStringLiteral(QUILLARD_BINARY_DIR "/bin/") + DrugDatabase::drugDatabaseName,
+                        dir.filePath(DrugDatabase::drugDatabaseName)));
+
+    // Any code of the demo database whose package belongs to a group.
+    {
+        QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("fixture"));
+        db.setDatabaseName(dir.filePath(DrugDatabase::drugDatabaseName));
+        QVERIFY(db.open());
+        QSqlQuery query(db);
+        QVERIFY(query.exec(QStringLiteral("SELECT ve.ekd, v.vid FROM ve JOIN v ON v.vid = ve.vid JOIN g ON g.gid = v.gid "
+                                          "WHERE length(ve.ekd) = 13 ORDER BY ve.ekd LIMIT 1")));
+        QVERIFY(query.next());
+        ean = query.value(0).toString();
+        vid = query.value(1).toString();
+        db.close();
+    }
+    QSqlDatabase::removeDatabase(QStringLiteral("fixture"));
+
+    window = std::make_unique<MainWindow>(nullptr);
+
+    // Another program with a line edit that has the focus.
+    foreign.start(QCoreApplication::applicationFilePath(), { QStringLiteral("--foreign-window") });
+    QVERIFY(foreign.waitForStarted());
+    QTRY_VERIFY_WITH_TIMEOUT((foreignOutput += foreign.readAllStandardOutput()).contains("READY "), 20000);
+    const QByteArray ready = foreignOutput.mid(foreignOutput.indexOf("READY ") + 6).split('\n').first();
+    QVERIFY(xdotool({ QStringLiteral("windowfocus"), QStringLiteral("--sync"), QString::fromLatin1(ready) }));
+}
+
+void tst_ScanRoad::scanWhileAnotherProgramHasTheFocus()
+{
+    // The main window is hidden in the tray.
+    QVERIFY(window->isHidden());
+    auto* tabs = window->findChild<QTabWidget*>(QStringLiteral("tabWidget"));
+    tabs->setCurrentIndex(1);
+
+    QVERIFY(xdotool({ QStringLiteral("type"), QStringLiteral("--delay"), QStringLiteral("20"), ean }));
+
+    QTRY_COMPARE_WITH_TIMEOUT(selectedCount(), 1, 10000);
+    QCOMPARE(DrugViewModel::instance()->selectedDrug()->vid, vid);
+    QTRY_COMPARE(tabs->currentWidget()->objectName(), QStringLiteral("Informacje_tab"));
+    // The reader only listens: the digits went on to the program with the focus.
+    QTRY_COMPARE(foreignText(), ean);
+    // The window stays in the tray until the user asks for it.
+    QVERIFY(window->isHidden());
+}
+
+void tst_ScanRoad::twelveDigitsAndReturnDoNothing()
+{
+    const int before = selectedCount();
+    QVERIFY(xdotool({ QStringLiteral("type"), QStringLiteral("--delay"), QStringLiteral("20"), ean.left(12) }));
+    QVERIFY(xdotool({ QStringLiteral("key"), QStringLiteral("Return") }));
+    QTRY_VERIFY(foreignText().endsWith(ean.left(12)));
+    QTest::qWait(300);
+    QCOMPARE(selectedCount(), before);
+}
+
+void tst_ScanRoad::unknownCodeChangesNothing()
+{
+    const int before = selectedCount();
+    // No package of the demo database has a code starting with 000.
+    QVERIFY(xdotool({ QStringLiteral("type"), QStringLiteral("--delay"), QStringLiteral("20"), QStringLiteral("0000000000000") }));
+    QTRY_VERIFY(foreignText().endsWith(QLatin1String("0000000000000")));
+    QTest::qWait(300);
+    QCOMPARE(selectedCount(), before);
+}
+
+void tst_ScanRoad::scanIntoOurSearchLineIsTakenOut()
+{
+    window->showNormal();
+    QVERIFY(QTest::qWaitForWindowExposed(window.get()));
+    QVERIFY(xdotool({ QStringLiteral("windowfocus"), QStringLiteral("--sync"), QString::number(window->winId()) }));
+    auto* search = window->findChild<QLineEdit*>(QStringLiteral("searchLineEdit"));
+    search->setFocus(Qt::OtherFocusReason);
+    QTRY_COMPARE(QApplication::focusWidget(), search);
+    const int before = selectedCount();
+
+    QVERIFY(xdotool({ QStringLiteral("type"), QStringLiteral("--delay"), QStringLiteral("20"), ean }));
+
+    QTRY_COMPARE_WITH_TIMEOUT(selectedCount(), before + 1, 10000);
+    QTRY_COMPARE(search->text(), QString());
+}
+
+void tst_ScanRoad::cleanupTestCase()
+{
+    if (foreign.state() != QProcess::NotRunning) {
+        foreign.kill();
+        foreign.waitForFinished(5000);
+    }
+    window.reset();
+}
+
+// The "other program": a window with a line edit that reports what it receives.
+static int runForeignWindow(int argc, char* argv[])
+{
+    QApplication app(argc, argv);
+    QLineEdit edit;
+    edit.setWindowTitle(QStringLiteral("Inny program"));
+    QObject::connect(&edit, &QLineEdit::textChanged, &edit, [](const QString& text) {
+        std::printf("TEXT %s\n", text.toUtf8().constData());
+        std::fflush(stdout);
+    });
+    edit.resize(400, 40);
+    edit.show();
+    if (!QTest::qWaitForWindowExposed(&edit))
+        return 1;
+    std::printf("READY %llu\n", static_cast<unsigned long long>(edit.winId()));
+    std::fflush(stdout);
+    return app.exec();
+}
+
+int main(int argc, char* argv[])
+{
+    if (argc > 1 && qstrcmp(argv[1], "--foreign-window") == 0)
+        return runForeignWindow(argc, argv);
+    // Without an X server the test starts offscreen and skips itself.
+    if (qEnvironmentVariableIsEmpty("DISPLAY"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication app(argc, argv);
+    QCoreApplication::setApplicationVersion(QStringLiteral("1.6.5.0"));
+    tst_ScanRoad test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_scanroad.moc"

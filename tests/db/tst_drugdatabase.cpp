@@ -1,0 +1,666 @@
+#include "appdir.h"
+#include "db/drugdatabase.h"
+
+#include <QDateTime>
+#include <QFile>
+#include <QRegularExpression>
+#include <QSqlDatabase>
+#include <QSqlError>
+#include <QSqlQuery>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+#include <QThread>
+#include <QtTest>
+
+#include <algorithm>
+#include <ctime>
+#include <memory>
+
+using namespace DrugDatabase;
+
+namespace {
+
+const char schemaSql[] = R"sql(
+CREATE TABLE v (vid INTEGER, name TEXT, pid INTEGER, gid INTEGER, kind TEXT, dose TEXT, box TEXT,
+                company TEXT, prices TEXT, iid INTEGER, leaflet TEXT, warns TEXT);
+CREATE TABLE g (gid INTEGER, inn TEXT);
+CREATE TABLE xp (id INTEGER, name TEXT);
+CREATE TABLE ve (vid INTEGER, ekd TEXT);
+CREATE TABLE vm (vid INTEGER, mid INTEGER);
+CREATE TABLE m (id INTEGER, name TEXT);
+CREATE TABLE postac_match (postac TEXT, match_ix INTEGER);
+CREATE TABLE xs (id INTEGER, name TEXT, descr TEXT);
+CREATE TABLE d (id INTEGER, name TEXT, descr TEXT);
+CREATE TABLE x (id INTEGER, descr TEXT);
+CREATE TABLE i (id INTEGER, descr TEXT);
+CREATE TABLE z (gid INTEGER, caption TEXT, value TEXT);
+CREATE TABLE w (id INTEGER, parent_id INTEGER, name TEXT, descr TEXT);
+CREATE TABLE food (wid INTEGER);
+CREATE TABLE vg (id INTEGER, version_id INTEGER, kind_id INTEGER, date TEXT, path TEXT);
+CREATE TABLE gk (id INTEGER, name TEXT, descr TEXT);
+CREATE TABLE o (id INTEGER, xkey TEXT, xvalue TEXT);
+CREATE TABLE o_url (oid INTEGER, url TEXT);
+CREATE TABLE gb (oid INTEGER, gid INTEGER);
+CREATE TABLE pharmacy (id INTEGER, name TEXT, street TEXT, zip TEXT, city TEXT, phone TEXT, email TEXT, www TEXT);
+CREATE TABLE pharmacy_open_hours_type (id INTEGER, name TEXT, name_pl TEXT);
+CREATE TABLE pharmacy_open_hours (pharmacy_id INTEGER, type_id INTEGER, start_hour TEXT, end_hour TEXT);
+CREATE TABLE rec_group (id INTEGER, name TEXT);
+CREATE TABLE rec_drug (id INTEGER, name TEXT, id_group INTEGER, synon TEXT);
+CREATE TABLE rec_recipe (id INTEGER, id_drug INTEGER, name TEXT, realization TEXT, use_text TEXT, comments TEXT);
+CREATE TABLE rec_substance (id INTEGER, name TEXT, effect TEXT);
+CREATE TABLE rec_connection (id INTEGER, id_rec INTEGER, id_sub INTEGER, amount TEXT, additional TEXT, note TEXT);
+CREATE TABLE cfg (key TEXT, val TEXT);
+)sql";
+
+const char drugsSql[] = R"sql(
+INSERT INTO xp VALUES (1, 'Dopuszczony'), (2, 'Wycofany');
+INSERT INTO g VALUES (100, 'Paracetamolum'), (200, 'Ibuprofenum'), (300, 'Praeparatum compositum'), (400, 'Nystatinum');
+INSERT INTO m VALUES (1, 'Paracetamolum'), (2, 'Coffeinum'), (3, 'Prep. złoż.'), (4, 'Ibuprofenum'), (5, 'Hydrocortisonum');
+INSERT INTO postac_match VALUES ('tabletki', 1), ('tabletki powlekane', 1), ('kapsułki', 2), ('zawiesina doustna', 3);
+INSERT INTO xs VALUES (7, '50%', 'Odpłatność 50%'), (9, '30%', 'Odpłatność 30%'), (5, 'ryczałt', 'Opłata ryczałtowa');
+INSERT INTO d VALUES (12, 'Ból przewlekły', 'Ból w chorobie nowotworowej'), (7, 'chemioterapia', 'Leczenie w ramach chemioterapii');
+INSERT INTO x VALUES (3, 'Gorączka u dzieci');
+INSERT INTO i VALUES (5, 'Bóle różnego pochodzenia.');
+
+INSERT INTO v VALUES (1, 'Apap', 1, 100, 'tabletki', '500 mg', '50 szt.', 'US Pharmacia', '7|3,20|12|-1|-1|12,80|-1|-1', 5, '000123\ulotka.pdf', '14478650, 14478651');
+INSERT INTO v VALUES (2, 'Paracetamol Biofarm', 1, 100, 'tabletki powlekane', '500 mg', '20 szt.', 'Biofarm', '9|5,00|12|-1', 5, '', '');
+INSERT INTO v VALUES (3, 'Panadol Extra', 2, 100, 'tabletki', '500 mg', '24 szt.', 'GSK', '9|9,99|12|-1', 5, '', '14478651,abc');
+INSERT INTO v VALUES (4, 'Apap Junior', 1, 100, 'tabletki', '250 mg', '10 szt.', 'US Pharmacia', '7|2,00|12|-1', 5, '', '14478651,');
+INSERT INTO v VALUES (5, 'Apap zawiesina', 1, 100, 'zawiesina doustna', '500 mg', '100 ml', 'US Pharmacia', '7|2,00|12|-1', 5, '', '1); DROP TABLE v; --');
+INSERT INTO v VALUES (6, 'Paracetamol Dose', 1, 100, 'tabletki', '500mg', '10 szt.', 'Polfa', '7|2,00|12|-1', 5, '', ' 14478651 ');
+INSERT INTO v VALUES (7, 'Gripex', 1, 300, 'tabletki', '500 mg', '12 szt.', 'USP', '7|4,00|12|-1', 5, '', '');
+INSERT INTO v VALUES (8, 'Gripex Bis', 1, 300, 'tabletki', '500 mg', '24 szt.', 'USP', '7|4,00|12|-1', 5, '', '');
+INSERT INTO v VALUES (9, 'Codipar', 1, 100, 'kapsułki', '500 mg', '10 szt.', 'Polfa', '3|1,00|8|12|4|2,00|9|-1', 5, '', '');
+INSERT INTO v VALUES (10, 'Efferalgan', 1, 100, 'tabletki', '500 mg', '16 szt.', 'UPSA', '4|2,00|99|-1', 5, '', '');
+INSERT INTO v VALUES (11, 'Apap Bez Refundacji', 1, 100, 'tabletki', '500 mg', '6 szt.', 'US Pharmacia', '', 5, '', '');
+INSERT INTO v VALUES (12, 'D''Arcy krem', 1, 200, 'krem', '5%', '30 g', 'D''Arcy', '-1|12,50|-1|-1', -1, '', '');
+INSERT INTO v VALUES (13, 'Nystatyna', 1, 400, 'tabletki', '500 000 j.m.', '16 szt.', 'Polfa', '5||7|-1', 5, '', '99000001');
+INSERT INTO v VALUES (14, 'Paracetamol Kaps', 1, 100, 'kapsułki', '500 mg', '10 szt.', 'Polfa', '9|5,00|12|-1', 5, '', '');
+INSERT INTO v VALUES (15, 'Sierota', 1, 999, 'tabletki', '1 mg', '1 szt.', 'Nikt', '7|3,20', 5, '', '');
+INSERT INTO v VALUES (17, 'Hydrokortyzon krem', 1, 200, 'krem', '5%', '15 g', 'Jelfa', '-1|10,00|-1|-1', -1, '', '');
+INSERT INTO v VALUES (16, 'Nieznane odnośniki', 1, 200, 'tabletki', '1 mg', '1 szt.', 'Nikt', '8|1,00|13|4', 5, '', '');
+
+INSERT INTO ve VALUES (1, '5909990733828'), (1, '5909990733835'), (2, '5909990000011'), (4, '5909990733842'),
+                      (12, '590''123'), (15, '5900000000015');
+
+INSERT INTO vm VALUES (1, 1), (2, 1), (3, 1), (3, 2), (4, 1), (5, 1), (6, 1), (7, 1), (7, 3), (8, 1), (8, 3),
+                      (9, 1), (10, 1), (11, 1), (14, 1), (12, 5), (17, 5);
+
+INSERT INTO z VALUES (100, 'Wskazania', 'Ból o małym nasileniu.'), (100, 'Dawkowanie', '1 tabletka co 6 godzin.'),
+                     (100, '', 'Tekst bez tytułu.'), (200, 'Wskazania', 'Zmiany skórne.');
+
+INSERT INTO w VALUES (14478650, 0, 'Alkohol', 'Nie pić alkoholu.'), (14478651, 0, 'Pojazdy', 'Nie prowadzić.'),
+                     (99000001, 14478651, 'Bez piktogramu', 'Ostrzeżenie spoza zestawu.');
+INSERT INTO food VALUES (14478650), (14478650);
+
+INSERT INTO gk VALUES (1, 'Wstrzymanie', 'Decyzja o wstrzymaniu obrotu'), (2, 'Wycofanie', 'Decyzja o wycofaniu z obrotu');
+INSERT INTO vg VALUES (1, 1, 1, '2023-01-10', 'gif/1.pdf'), (2, 1, 2, '2024-05-02', 'gif/2.pdf'), (3, 2, 1, '2022-01-01', 'gif/3.pdf');
+
+INSERT INTO o VALUES (1, 'banner', 'aGVsbG8=');
+
+INSERT INTO pharmacy VALUES (1, 'Apteka Pod Orłem', 'Długa 5', '00-001', 'Warszawa', '22 111', 'a@a.pl', 'a.pl'),
+                            (2, 'Apteka Centralna', 'Rynek 1', '30-001', 'Kraków', '12 222', 'b@b.pl', 'b.pl'),
+                            (3, 'Apteka Miejska', 'Krakowska 3', '50-001', 'Wrocław', '71 333', 'c@c.pl', 'c.pl');
+INSERT INTO pharmacy_open_hours_type VALUES (2, 'saturday', 'Sobota'), (1, 'weekday', 'Dni robocze');
+INSERT INTO pharmacy_open_hours VALUES (1, 1, '08:00', '20:00'), (1, 2, '09:00', '14:00'), (2, 1, '07:00', '22:00');
+
+INSERT INTO rec_group VALUES (1, 'Maści'), (2, 'Krople');
+INSERT INTO rec_drug VALUES (10, 'Maść borna', 1, 'Unguentum boricum'), (11, 'Maść cynkowa', 1, 'Unguentum zinci'), (12, 'Krople żołądkowe', 2, '');
+INSERT INTO rec_recipe VALUES (100, 10, 'Maść borna 3%', 'Rozpuścić kwas', 'Zewnętrznie', 'Brak'), (101, 11, 'Maść cynkowa 10%', 'Wymieszać', 'Zewnętrznie', '');
+INSERT INTO rec_substance VALUES (1, 'Acidum boricum', 'antyseptyczne'), (2, 'Vaselinum album', 'podłoże'), (3, 'Zinci oxidum', 'ściągające');
+INSERT INTO rec_connection VALUES (1000, 100, 1, '3,0', '', ''), (1001, 100, 2, 'ad 100,0', 'ad', 'uwaga'), (1002, 101, 3, '10,0', '', '');
+
+INSERT INTO cfg VALUES ('data_version', '1700000000'), ('list_date', '2024-01-01');
+)sql";
+
+// Runs each statement of `sql` (split at ";" that ends a line) on a new file.
+bool buildDatabase(const QString& path, const QString& sql)
+{
+    static int serial = 0;
+    const QString connectionName = QStringLiteral("fixture-%1").arg(++serial);
+    bool ok = true;
+    {
+        QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), connectionName);
+        db.setDatabaseName(path);
+        ok = db.open();
+        const QStringList statements = sql.split(QRegularExpression(QStringLiteral(";\\s*\\n")));
+        for (const QString& statement : statements) {
+            if (!ok || statement.trimmed().isEmpty())
+                continue;
+            QSqlQuery query(db);
+            if (!query.exec(statement)) {
+                qWarning() << query.lastError().text() << statement;
+                ok = false;
+            }
+        }
+        db.close();
+    }
+    QSqlDatabase::removeDatabase(connectionName);
+    return ok;
+}
+
+QStringList vidsOf(const QList<Drug>& drugs)
+{
+    QStringList vids;
+    for (const Drug& drug : drugs)
+        vids.append(drug.vid);
+    std::sort(vids.begin(), vids.end(),
+              [](const QString& a, const QString& b) { return a.toInt() < b.toInt(); });
+    return vids;
+}
+
+} // namespace
+
+class TestDrugDatabase : public QObject {
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void init();
+
+    void drugByVidReadsEveryColumn();
+    void lookupsOfMissingRows();
+    void drugByEan_data();
+    void drugByEan();
+    void searchDrugs_data();
+    void searchDrugs();
+    void substitutes_data();
+    void substitutes();
+    void refundRows_data();
+    void refundRows();
+    void fixedRefundRecordsNeedNoTable();
+    void warnings_data();
+    void warnings();
+    void descriptions_data();
+    void descriptions();
+    void smallReads();
+    void databaseDateText_data();
+    void databaseDateText();
+    void gifDecisionsNewestFirst();
+    void adverts();
+    void pharmacies();
+    void recipes();
+    void keysOfAnyColumnType();
+    void reopensAfterClose();
+    void workerThreadHasItsOwnConnection();
+    void brokenFiles_data();
+    void brokenFiles();
+
+private:
+    // Points the program's folder at a new one holding a database built from `sql`.
+    void useDatabase(const QString& sql);
+
+    QTemporaryDir fixtureDir;
+    std::vector<std::unique_ptr<QTemporaryDir>> extraDirs;
+};
+
+void TestDrugDatabase::initTestCase()
+{
+    QStandardPaths::setTestModeEnabled(true);
+    // Dates are checked as texts of local time.
+    qputenv("TZ", "UTC");
+    tzset();
+    QVERIFY(fixtureDir.isValid());
+    QVERIFY(buildDatabase(fixtureDir.filePath(drugDatabaseName),
+                          QString::fromUtf8(schemaSql) + QString::fromUtf8(drugsSql)));
+}
+
+void TestDrugDatabase::init()
+{
+    setProgramDir(fixtureDir.path());
+    closeDatabase();
+}
+
+void TestDrugDatabase::useDatabase(const QString& sql)
+{
+    auto dir = std::make_unique<QTemporaryDir>();
+    QVERIFY(dir->isValid());
+    if (!sql.isNull())
+        QVERIFY(buildDatabase(dir->filePath(drugDatabaseName), sql));
+    setProgramDir(dir->path());
+    closeDatabase();
+    extraDirs.push_back(std::move(dir));
+}
+
+void TestDrugDatabase::drugByVidReadsEveryColumn()
+{
+    const Drug drug = drugByVid(QStringLiteral("1"));
+    QCOMPARE(QStringList({drug.vid, drug.name, drug.status, drug.inn, drug.kind, drug.dose, drug.box,
+                          drug.company, drug.prices, drug.iid, drug.gid})
+                 .join('/'),
+             QStringLiteral("1/Apap/Dopuszczony/Paracetamolum/tabletki/500 mg/50 szt./US Pharmacia/"
+                            "7|3,20|12|-1|-1|12,80|-1|-1/5/100"));
+    QCOMPARE(drug.priceList.size(), 2);
+
+    QCOMPARE(firstDrugOfGroup(QStringLiteral("300")).vid, QStringLiteral("7"));
+    QCOMPARE(vidsOf(drugsOfGroup(QStringLiteral("300"))), (QStringList{"7", "8"}));
+}
+
+void TestDrugDatabase::lookupsOfMissingRows()
+{
+    QVERIFY(drugByVid(QStringLiteral("999")).gid.isEmpty());
+    QTest::ignoreMessage(QtDebugMsg, "0 rows");
+    QVERIFY(firstDrugOfGroup(QStringLiteral("999")).vid.isEmpty());
+    // A package whose group isn't in g is "not found" for the scan road.
+    const Drug orphan = drugByVid(QStringLiteral("15"));
+    QCOMPARE(orphan.name, QStringLiteral("Sierota"));
+    QVERIFY(orphan.gid.isEmpty());
+    // Ids that aren't numbers are values, not SQL.
+    QVERIFY(drugByVid(QStringLiteral("1 OR 1=1")).vid.isEmpty());
+    QVERIFY(drugsOfGroup(QStringLiteral("100 OR 1=1")).isEmpty());
+}
+
+void TestDrugDatabase::drugByEan_data()
+{
+    QTest::addColumn<QString>("ean");
+    QTest::addColumn<QString>("vid");
+
+    QTest::newRow("first of two codes") << "5909990733828" << "1";
+    QTest::newRow("second of two codes") << "5909990733835" << "1";
+    QTest::newRow("unknown code") << "5909990999999" << "";
+    QTest::newRow("underscore is any one character") << "590999073382_" << "1";
+    QTest::newRow("percent is any text") << "%733842" << "4";
+    QTest::newRow("quote is searched for") << "590'123" << "12";
+    QTest::newRow("stray quote") << "5909'" << "";
+    QTest::newRow("code of a package without a group") << "5900000000015" << "15";
+}
+
+void TestDrugDatabase::drugByEan()
+{
+    QFETCH(QString, ean);
+    QFETCH(QString, vid);
+    if (vid.isEmpty())
+        QTest::ignoreMessage(QtDebugMsg, "0 rows");
+    QCOMPARE(DrugDatabase::drugByEan(ean).vid, vid);
+}
+
+void TestDrugDatabase::searchDrugs_data()
+{
+    QTest::addColumn<QStringList>("words");
+    QTest::addColumn<int>("limit");
+    QTest::addColumn<QStringList>("vids");
+
+    const QStringList apaps{"1", "1", "4", "5", "11"};
+    QTest::newRow("start of the name, each EAN a row") << QStringList{"apap"} << 20 << apaps;
+    QTest::newRow("upper case") << QStringList{"APAP"} << 20 << apaps;
+    QTest::newRow("inside a word is no match") << QStringList{"pap"} << 20 << QStringList{};
+    QTest::newRow("start of a later word") << QStringList{"jun"} << 20 << QStringList{"4"};
+    QTest::newRow("every word must match") << QStringList{"para", "bio"} << 20 << QStringList{"2"};
+    QTest::newRow("substring of an EAN") << QStringList{"0733842"} << 20 << QStringList{"4"};
+    QTest::newRow("trailing blank's empty word matches all") << QStringList{"apap", ""} << 20 << apaps;
+    // Pins a null QString bound as SQL NULL, which made the pattern match nothing.
+    QTest::newRow("null word like an empty one") << QStringList{"apap", QString()} << 20 << apaps;
+    QTest::newRow("doubled blank's empty word") << QStringList{"apap", "", "jun"} << 20 << QStringList{"4"};
+    QTest::newRow("quote in a name") << QStringList{"d'arcy"} << 20 << QStringList{"12"};
+    QTest::newRow("stray quote") << QStringList{"apap'"} << 20 << QStringList{};
+    QTest::newRow("quote and parenthesis") << QStringList{"') OR 1=1 --"} << 20 << QStringList{};
+    QTest::newRow("limit") << QStringList{"apap"} << 2 << QStringList{"1", "1"};
+    QTest::newRow("no words, limit") << QStringList{} << 3 << QStringList{"1", "1", "2"};
+}
+
+void TestDrugDatabase::searchDrugs()
+{
+    QFETCH(QStringList, words);
+    QFETCH(int, limit);
+    QFETCH(QStringList, vids);
+    const QList<Drug> found = DrugDatabase::searchDrugs(words, limit);
+    QCOMPARE(vidsOf(found), vids);
+    for (const Drug& drug : found)
+        QVERIFY(!drug.priceList.isEmpty());
+}
+
+void TestDrugDatabase::substitutes_data()
+{
+    QTest::addColumn<QString>("vid");
+    QTest::addColumn<QStringList>("vids");
+
+    // Apap (1): 2 is of the same form class; 3 has one more substance; 4 and 6
+    // differ in the dose text; 5, 9 and 14 are of other form classes; 10 shares
+    // no scope; 11 has no refund groups; 7 and 8 add a compound preparation.
+    // Capsules (14): 9 shares scope 12 only through its off-label field.
+    QTest::newRow("superset of substances, form class, loose scope")
+        << "1" << QStringList{"2", "3", "7", "8"};
+    QTest::newRow("more substances than the candidates") << "3" << QStringList{};
+    QTest::newRow("compound preparations aren't matched") << "7" << QStringList{};
+    QTest::newRow("form class of capsules, loose scope pattern") << "14" << QStringList{"9"};
+    QTest::newRow("no refund groups") << "11" << QStringList{};
+    QTest::newRow("form outside every class matches itself") << "12" << QStringList{"17"};
+}
+
+void TestDrugDatabase::substitutes()
+{
+    QFETCH(QString, vid);
+    QFETCH(QStringList, vids);
+    const QList<Drug> found = substitutesOf(drugByVid(vid));
+    QCOMPARE(vidsOf(found), vids);
+    for (const Drug& drug : found)
+        QVERIFY(!drug.name.isEmpty());
+}
+
+void TestDrugDatabase::refundRows_data()
+{
+    QTest::addColumn<QString>("vid");
+    // One text per row: level name, payment, scope name, off-label text.
+    QTest::addColumn<QStringList>("rows");
+
+    const QString allIndications =
+        QStringLiteral("Refundacja we wszystkich zarejestrowanych wskazaniach (patrz wskazania wg ChPL).");
+    QTest::newRow("full payment group") << "12" << QStringList{"100%/12,50/" + allIndications + "/Brak wskazań"};
+    QTest::newRow("two groups in order")
+        << "1" << QStringList{"50%/3,20/Ból przewlekły/Brak wskazań", "100%/12,80/" + allIndications + "/Brak wskazań"};
+    QTest::newRow("empty payment keeps positions") << "13" << QStringList{"ryczałt//chemioterapia/Brak wskazań"};
+    QTest::newRow("empty prices") << "11" << QStringList{"///"};
+    QTest::newRow("incomplete group") << "15" << QStringList{"50%/3,20//"};
+    QTest::newRow("ids without rows") << "16" << QStringList{"/1,00//"};
+}
+
+void TestDrugDatabase::refundRows()
+{
+    QFETCH(QString, vid);
+    QFETCH(QStringList, rows);
+    QStringList actual;
+    for (const DrugPrice& price : drugByVid(vid).priceList)
+        actual << price.level.name + "/" + price.payment + "/" + price.scope.name + "/" + price.offLabel.descr;
+    QCOMPARE(actual, rows);
+}
+
+void TestDrugDatabase::fixedRefundRecordsNeedNoTable()
+{
+    useDatabase(QStringLiteral("CREATE TABLE cfg (key TEXT, val TEXT)"));
+    const RefundLevel level = refundLevelById(QStringLiteral("-1"));
+    QCOMPARE(level.id, QStringLiteral("-1"));
+    QCOMPARE(level.name, QStringLiteral("100%"));
+    QCOMPARE(level.descr, QStringLiteral("Pełna odpłatność"));
+    const RefundScope scope = refundScopeById(QStringLiteral("-1"));
+    QCOMPARE(scope.id, QStringLiteral("-1"));
+    QCOMPARE(scope.name,
+             QStringLiteral("Refundacja we wszystkich zarejestrowanych wskazaniach (patrz wskazania wg ChPL)."));
+    QVERIFY(scope.descr.isEmpty());
+    const OffLabelIndication offLabel = offLabelById(QStringLiteral("-1"));
+    QCOMPARE(offLabel.id, QStringLiteral("-1"));
+    QCOMPARE(offLabel.descr, QStringLiteral("Brak wskazań"));
+    QCOMPARE(indicationsById(QStringLiteral("-1")), QString());
+
+    // Any other id goes to the (missing) table and comes back empty.
+    QTest::ignoreMessage(QtDebugMsg, QRegularExpression(QStringLiteral("^Database error.*no such table: xs")));
+    QVERIFY(refundLevelById(QStringLiteral("7")).name.isEmpty());
+}
+
+void TestDrugDatabase::warnings_data()
+{
+    QTest::addColumn<QString>("vid");
+    // "id food" per warning, sorted.
+    QTest::addColumn<QStringList>("warnings");
+    // The list in v.warns is refused as a whole, with a log line.
+    QTest::addColumn<bool>("rejected");
+
+    QTest::newRow("food warning listed twice in food comes twice")
+        << "1" << QStringList{"14478650 food", "14478650 food", "14478651"} << false;
+    QTest::newRow("blanks around an id") << "6" << QStringList{"14478651"} << false;
+    QTest::newRow("id outside the pictograms") << "13" << QStringList{"99000001"} << false;
+    QTest::newRow("empty list") << "2" << QStringList{} << false;
+    QTest::newRow("unknown drug") << "999" << QStringList{} << false;
+    QTest::newRow("item that isn't a number") << "3" << QStringList{} << true;
+    QTest::newRow("trailing comma") << "4" << QStringList{} << true;
+    QTest::newRow("SQL in the column") << "5" << QStringList{} << true;
+}
+
+void TestDrugDatabase::warnings()
+{
+    QFETCH(QString, vid);
+    QFETCH(QStringList, warnings);
+    QFETCH(bool, rejected);
+    if (rejected)
+        QTest::ignoreMessage(QtDebugMsg, QRegularExpression(QStringLiteral("^Database error.*numbers")));
+    QStringList actual;
+    for (const DrugWarning& warning : warningsOf(vid))
+        actual << warning.id + (warning.isFood ? " food" : "");
+    actual.sort();
+    QCOMPARE(actual, warnings);
+    // The table is still there.
+    QCOMPARE(drugByVid(QStringLiteral("1")).name, QStringLiteral("Apap"));
+}
+
+void TestDrugDatabase::descriptions_data()
+{
+    QTest::addColumn<QString>("vid");
+    QTest::addColumn<QStringList>("captions");
+
+    // The order is the one SQLite gives for the join; only the set is checked.
+    QTest::newRow("sections of the group, untitled kept") << "1" << QStringList{"", "Dawkowanie", "Wskazania"};
+    QTest::newRow("group without descriptions") << "13" << QStringList{};
+    QTest::newRow("unknown drug") << "999" << QStringList{};
+}
+
+void TestDrugDatabase::descriptions()
+{
+    QFETCH(QString, vid);
+    QFETCH(QStringList, captions);
+    QStringList actual;
+    for (const DescriptionSection& section : descriptionsOf(vid)) {
+        QVERIFY(!section.value.isEmpty());
+        actual << section.caption;
+    }
+    actual.sort();
+    QCOMPARE(actual, captions);
+}
+
+void TestDrugDatabase::smallReads()
+{
+    QCOMPARE(indicationsById(QStringLiteral("5")), QStringLiteral("Bóle różnego pochodzenia."));
+    QCOMPARE(indicationsById(QStringLiteral("6")), QString());
+    QCOMPARE(listDate(), QStringLiteral("2024-01-01"));
+    QCOMPARE(dataVersion(), QStringLiteral("1700000000"));
+    QCOMPARE(leafletPath(QStringLiteral("1")), QStringLiteral("000123/ulotka.pdf"));
+    QCOMPARE(leafletPath(QStringLiteral("2")), QString());
+    QCOMPARE(leafletPath(QStringLiteral("999")), QString());
+}
+
+void TestDrugDatabase::databaseDateText_data()
+{
+    QTest::addColumn<QString>("version");
+    QTest::addColumn<QString>("text");
+
+    QTest::newRow("data version") << "1700000000" << "2023-11-14 22:13:20";
+    QTest::newRow("empty version is time 0") << "" << "1970-01-01 00:00:00";
+    QTest::newRow("not a number") << "abc" << "1970-01-01 00:00:00";
+}
+
+void TestDrugDatabase::databaseDateText()
+{
+    QFETCH(QString, version);
+    QFETCH(QString, text);
+    useDatabase(QStringLiteral("CREATE TABLE cfg (key TEXT, val TEXT);\nINSERT INTO cfg VALUES ('data_version', '%1');\n")
+                    .arg(version));
+    QCOMPARE(DrugDatabase::databaseDateText(), text);
+}
+
+void TestDrugDatabase::gifDecisionsNewestFirst()
+{
+    QStringList decisions;
+    for (const GifDecision& decision : gifDecisions(QStringLiteral("1")))
+        decisions << QStringList{QString::number(decision.id), QString::number(decision.versionId),
+                                 decision.date, decision.path, decision.name, decision.descr}
+                         .join('/');
+    QCOMPARE(decisions, (QStringList{"2/1/2024-05-02/gif/2.pdf/Wycofanie/Decyzja o wycofaniu z obrotu",
+                                     "1/1/2023-01-10/gif/1.pdf/Wstrzymanie/Decyzja o wstrzymaniu obrotu"}));
+    QVERIFY(gifDecisions(QStringLiteral("3")).isEmpty());
+}
+
+void TestDrugDatabase::adverts()
+{
+    // A banner with no url or group row still comes.
+    Advert advert = randomAdvert();
+    QCOMPARE(QStringList({advert.data, advert.type, advert.url, advert.gid}).join('/'),
+             QStringLiteral("aGVsbG8=/banner//"));
+
+    useDatabase(QString::fromUtf8(schemaSql)
+                + QStringLiteral("INSERT INTO o VALUES (4, 'leaflet', 'eA==');\n"
+                                 "INSERT INTO o_url VALUES (4, 'http://example.invalid/a');\n"
+                                 "INSERT INTO gb VALUES (4, 100);\nINSERT INTO g VALUES (100, 'Paracetamolum');\n"));
+    advert = randomAdvert();
+    QCOMPARE(QStringList({advert.data, advert.type, advert.url, advert.gid}).join('/'),
+             QStringLiteral("eA==/leaflet/http://example.invalid/a/100"));
+}
+
+void TestDrugDatabase::pharmacies()
+{
+    QStringList found;
+    for (const Pharmacy& pharmacy : searchPharmacies(QStringLiteral("krak"), 100))
+        found << QStringList{QString::number(pharmacy.id), pharmacy.name, pharmacy.street, pharmacy.zip,
+                             pharmacy.city, pharmacy.phone, pharmacy.email, pharmacy.www}
+                     .join('/');
+    // By city or street, ordered by city.
+    QCOMPARE(found, (QStringList{"2/Apteka Centralna/Rynek 1/30-001/Kraków/12 222/b@b.pl/b.pl",
+                                 "3/Apteka Miejska/Krakowska 3/50-001/Wrocław/71 333/c@c.pl/c.pl"}));
+    QCOMPARE(searchPharmacies(QString(), 2).size(), 2);
+    QVERIFY(searchPharmacies(QStringLiteral("'"), 100).isEmpty());
+
+    const QList<PharmacyOpenHoursType> types = pharmacyOpenHoursTypes();
+    QCOMPARE(types.size(), 2);
+    QCOMPARE(types.at(0).name + "/" + types.at(0).namePl, QStringLiteral("weekday/Dni robocze"));
+    const QList<PharmacyOpenHours> hours = pharmacyOpenHours(1);
+    QCOMPARE(hours.size(), 2);
+    QCOMPARE(QString::number(hours.at(1).typeId) + "/" + hours.at(1).startHour + "/" + hours.at(1).endHour,
+             QStringLiteral("2/09:00/14:00"));
+}
+
+void TestDrugDatabase::recipes()
+{
+    const QList<RecipeGroup> groups = recipeGroups();
+    QCOMPARE(groups.size(), 2);
+    QCOMPARE(QString::number(groups.at(1).id) + "/" + groups.at(1).name, QStringLiteral("2/Krople"));
+
+    // A drug without a recipe isn't listed.
+    QVERIFY(recipeDrugsOfGroup(2).isEmpty());
+    const RecipeDrug ointment = recipeDrugsOfGroup(1).value(0);
+    QCOMPARE(QStringList({QString::number(ointment.id), ointment.name, QString::number(ointment.groupId),
+                          ointment.synonym, QString::number(ointment.conId)})
+                 .join('/'),
+             QStringLiteral("10/Maść borna/1/Unguentum boricum/1000"));
+    QCOMPARE(ointment.substances.split(',').size(), 2);
+
+    // Name, synonym or substances, from their start.
+    QCOMPARE(searchRecipeDrugs(1, QStringLiteral("unguentum z")).size(), 1);
+    QCOMPARE(searchRecipeDrugs(1, QStringLiteral("zinci")).value(0).id, 11);
+    QCOMPARE(searchRecipeDrugs(1, QStringLiteral("ma")).size(), 2);
+    QVERIFY(searchRecipeDrugs(1, QStringLiteral("ść")).isEmpty());
+    QVERIFY(searchRecipeDrugs(1, QStringLiteral("ma'")).isEmpty());
+
+    const Recipe recipe = recipesOfDrug(10).value(0);
+    QCOMPARE(QStringList({QString::number(recipe.id), recipe.drugName, recipe.name, recipe.realization,
+                          recipe.use, recipe.comments})
+                 .join('/'),
+             QStringLiteral("100/Maść borna/Maść borna 3%/Rozpuścić kwas/Zewnętrznie/Brak"));
+
+    const RecipeSubstance base = substancesOfRecipe(100).value(1);
+    QCOMPARE(QStringList({QString::number(base.id), base.name, base.effect, base.amount, base.additional,
+                          base.note})
+                 .join('/'),
+             QStringLiteral("2/Vaselinum album/podłoże/ad 100,0/ad/uwaga"));
+}
+
+void TestDrugDatabase::keysOfAnyColumnType()
+{
+    // Ids are bound as numbers, as the literals they once were: they meet
+    // untyped columns holding numbers as well as text columns holding digits.
+    useDatabase(QStringLiteral(
+        "CREATE TABLE v (vid, name, pid, gid, kind, dose, box, company, prices, iid, leaflet, warns);\n"
+        "CREATE TABLE g (gid, inn);\nCREATE TABLE xp (id, name);\n"
+        "CREATE TABLE xs (id TEXT, name TEXT, descr TEXT);\nCREATE TABLE d (id, name, descr);\n"
+        "CREATE TABLE x (id TEXT, descr TEXT);\nCREATE TABLE i (id TEXT, descr TEXT);\n"
+        "INSERT INTO v VALUES (1, 'Apap', 1, 100, 'tabletki', '500 mg', '', '', '7|3,20|12|3', 5, '', '');\n"
+        "INSERT INTO g VALUES (100, 'Paracetamolum');\nINSERT INTO xp VALUES (1, 'Dopuszczony');\n"
+        "INSERT INTO xs VALUES ('7', '50%', '');\nINSERT INTO d VALUES (12, 'Ból', '');\n"
+        "INSERT INTO x VALUES ('3', 'Gorączka');\nINSERT INTO i VALUES ('5', 'Bóle.');\n"));
+    const Drug drug = drugByVid(QStringLiteral("1"));
+    QCOMPARE(QString(drug.status + "/" + drug.gid), QStringLiteral("Dopuszczony/100"));
+    const DrugPrice price = drug.priceList.value(0);
+    QCOMPARE(QString(price.level.name + "/" + price.scope.name + "/" + price.offLabel.descr),
+             QStringLiteral("50%/Ból/Gorączka"));
+    QCOMPARE(firstDrugOfGroup(QStringLiteral("100")).vid, QStringLiteral("1"));
+    QCOMPARE(indicationsById(drug.iid), QStringLiteral("Bóle."));
+}
+
+void TestDrugDatabase::reopensAfterClose()
+{
+    QCOMPARE(drugByVid(QStringLiteral("1")).name, QStringLiteral("Apap"));
+    closeDatabase();
+    QVERIFY(!QSqlDatabase::database(drugDatabaseName, false).isOpen());
+    QCOMPARE(drugByVid(QStringLiteral("1")).name, QStringLiteral("Apap"));
+
+    // The updater's case: the file is replaced while closed, and the next
+    // statement reads the new one, not what was prepared on the old.
+    const QString path = fixtureDir.filePath(drugDatabaseName);
+    const QString copy = path + QStringLiteral(".orig");
+    closeDatabase();
+    QVERIFY(QFile::rename(path, copy));
+    QVERIFY(buildDatabase(path, QString::fromUtf8(schemaSql)
+                                    + QStringLiteral("INSERT INTO v (vid, name, gid, prices) VALUES (1, 'Nowy Apap', 100, '');\n")));
+    QCOMPARE(drugByVid(QStringLiteral("1")).name, QStringLiteral("Nowy Apap"));
+    closeDatabase();
+    QVERIFY(QFile::remove(path));
+    QVERIFY(QFile::rename(copy, path));
+    QCOMPARE(drugByVid(QStringLiteral("1")).name, QStringLiteral("Apap"));
+}
+
+void TestDrugDatabase::workerThreadHasItsOwnConnection()
+{
+    QCOMPARE(drugByVid(QStringLiteral("1")).name, QStringLiteral("Apap"));
+    QString workerConnection;
+    bool workerOpen = false;
+    QString workerDrug;
+    std::unique_ptr<QThread> worker(QThread::create([&] {
+        const QSqlDatabase db = databaseHandle(drugDatabaseName);
+        workerConnection = db.connectionName();
+        workerOpen = db.isOpen();
+        workerDrug = drugByVid(QStringLiteral("2")).name;
+    }));
+    worker->start();
+    QVERIFY(worker->wait(30000));
+
+    QVERIFY(workerOpen);
+    QCOMPARE(workerDrug, QStringLiteral("Paracetamol Biofarm"));
+    QVERIFY(workerConnection != drugDatabaseName);
+    // Gone with its thread, and the main thread's connection untouched.
+    QVERIFY(!QSqlDatabase::contains(workerConnection));
+    QVERIFY(QSqlDatabase::database(drugDatabaseName, false).isOpen());
+    QCOMPARE(drugByVid(QStringLiteral("1")).name, QStringLiteral("Apap"));
+}
+
+void TestDrugDatabase::brokenFiles_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<QString>("error");
+
+    QTest::newRow("not a database") << QByteArray("This is a leaflet, not a database.\n").repeated(200)
+                                    << "not a database";
+    QTest::newRow("empty file, no tables") << QByteArray() << "no such table";
+}
+
+void TestDrugDatabase::brokenFiles()
+{
+    QFETCH(QByteArray, content);
+    QFETCH(QString, error);
+    useDatabase(QString());
+    QFile file(programDir() + "/" + drugDatabaseName);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    QCOMPARE(file.write(content), qint64(content.size()));
+    file.close();
+
+    QTest::ignoreMessage(QtDebugMsg, QRegularExpression("^Database error.*" + error));
+    QVERIFY(drugByVid(QStringLiteral("1")).vid.isEmpty());
+    QTest::ignoreMessage(QtDebugMsg, QRegularExpression("^Database error.*" + error));
+    QTest::ignoreMessage(QtDebugMsg, "0 rows");
+    QVERIFY(DrugDatabase::drugByEan(QStringLiteral("5909990733828")).vid.isEmpty());
+    QVERIFY(DrugDatabase::searchDrugs({QStringLiteral("apap")}, 20).isEmpty());
+    QVERIFY(warningsOf(QStringLiteral("1")).isEmpty());
+    QVERIFY(substitutesOf(Drug()).isEmpty());
+    QVERIFY(dataVersion().isEmpty());
+    QVERIFY(randomAdvert().data.isEmpty());
+    QVERIFY(recipeGroups().isEmpty());
+    QCOMPARE(refundLevelById(QStringLiteral("-1")).name, QStringLiteral("100%"));
+}
+
+QTEST_GUILESS_MAIN(TestDrugDatabase)
+#include "tst_drugdatabase.moc"

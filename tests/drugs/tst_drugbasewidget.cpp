@@ -1,0 +1,341 @@
+#include "appdir.h"
+#include "db/drugdatabase.h"
+#include "drugs/drugbasewidget.h"
+#include "drugs/drugsubstituteviewmodel.h"
+#include "drugs/drugviewmodel.h"
+#include "drugs/searchlistitem.h"
+#include "pagefixture.h"
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QStandardPaths>
+#include <QTabWidget>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <memory>
+
+namespace {
+const QString selectedStyle = QStringLiteral("color: #df512c;");
+const QString restingStyle = QStringLiteral("color: #082e56;");
+const QStringList paneNames { "Drug_Info", "SekcjeWidget", "warningsFrame", "gifFrame", "drugVersionsList" };
+} // namespace
+
+class tst_DrugBaseWidget : public QObject {
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void init();
+    void cleanup();
+
+    void formTexts_data();
+    void formTexts();
+    void firstDrugHidesPictureAndShowsPanes();
+    void newDrugTakesHighlight();
+    void clickOnRowMovesHighlight();
+    void clearShowsPictureAndEmptiesLine();
+    void addAfterClearOfThreeRowsSkipsStaleIndex();
+    void versionsListedInReverseAndClickAddsRow();
+    void showTab_data();
+    void showTab();
+    void substitutesTabFollowsDrug();
+    void clickOnSubstituteAddsIt();
+
+private:
+    bool add(const QString& vid);
+    QListWidget* list(const char* name) const;
+    QString nameStyle(QListWidget* list, int row) const;
+    QStringList rowVids(QListWidget* list) const;
+    bool panesVisible() const;
+
+    QTemporaryDir dir;
+    std::unique_ptr<DrugBaseWidget> page;
+    QListWidget* selectedDrugs = nullptr;
+    QTabWidget* tabs = nullptr;
+};
+
+void tst_DrugBaseWidget::initTestCase()
+{
+    QStandardPaths::setTestModeEnabled(true);
+    QVERIFY(dir.isValid());
+    setProgramDir(dir.path());
+    QString error;
+    QVERIFY2(PageFixture::createDatabase(dir.path(), &error), qPrintable(error));
+    DrugSubstituteViewModel::instance();
+    DrugSubstituteViewModel::connectToDrugViewModel();
+}
+
+void tst_DrugBaseWidget::init()
+{
+    page = std::make_unique<DrugBaseWidget>();
+    page->resize(1100, 700);
+    page->show();
+    QVERIFY(QTest::qWaitForWindowExposed(page.get()));
+    selectedDrugs = list("selectedDrugs");
+    tabs = page->findChild<QTabWidget*>(QStringLiteral("tabWidget"));
+    QVERIFY(selectedDrugs);
+    QVERIFY(tabs);
+}
+
+void tst_DrugBaseWidget::cleanup()
+{
+    DrugViewModel::instance()->clearDrugs();
+    QCoreApplication::processEvents();
+    page.reset();
+    // Signals queued for the page die with it.
+    QCoreApplication::processEvents();
+}
+
+bool tst_DrugBaseWidget::add(const QString& vid)
+{
+    const Drug drug = DrugDatabase::drugByVid(vid);
+    if (drug.vid != vid) {
+        qWarning() << "no drug" << vid << "in the fixture";
+        return false;
+    }
+    const int rows = selectedDrugs->count();
+    DrugViewModel::instance()->addDrug(drug);
+    // The page catches up on the next turn of the event loop.
+    if (selectedDrugs->count() != rows) {
+        qWarning() << "the row came before the event loop turned";
+        return false;
+    }
+    if (!QTest::qWaitFor([&] { return selectedDrugs->count() == rows + 1; }))
+        return false;
+    QCoreApplication::processEvents();
+    return true;
+}
+
+QListWidget* tst_DrugBaseWidget::list(const char* name) const
+{
+    return page->findChild<QListWidget*>(QLatin1String(name));
+}
+
+QString tst_DrugBaseWidget::nameStyle(QListWidget* list, int row) const
+{
+    auto* rowWidget = qobject_cast<SearchListItem*>(list->itemWidget(list->item(row)));
+    return rowWidget ? rowWidget->labelName()->styleSheet() : QStringLiteral("<no row>");
+}
+
+QStringList tst_DrugBaseWidget::rowVids(QListWidget* list) const
+{
+    QStringList vids;
+    for (int i = 0; i < list->count(); ++i)
+        vids << list->item(i)->data(Qt::UserRole).toString();
+    return vids;
+}
+
+bool tst_DrugBaseWidget::panesVisible() const
+{
+    int visible = 0;
+    for (const QString& name : paneNames) {
+        auto* pane = page->findChild<QWidget*>(name);
+        if (pane && !pane->isHidden())
+            ++visible;
+    }
+    // The panes go together: a mixed state is a fault of its own.
+    if (visible != 0 && visible != paneNames.size())
+        qWarning() << "only" << visible << "panes shown";
+    return visible == paneNames.size();
+}
+
+void tst_DrugBaseWidget::formTexts_data()
+{
+    QTest::addColumn<int>("tab");
+    QTest::addColumn<QString>("page");
+    QTest::addColumn<QString>("text");
+
+    QTest::newRow("information") << 0 << "Informacje_tab" << " Informacje ";
+    QTest::newRow("versions") << 1 << "drugVersionTab" << " Wersje leku ";
+    QTest::newRow("description") << 2 << "Sekcje_opisowe_tab" << " Opis ";
+    QTest::newRow("warnings") << 3 << "warningsTab" << " Ostrzeżenia ";
+    QTest::newRow("GIF") << 4 << "GIF_tab" << " Decyzje GIF ";
+    QTest::newRow("substitutes") << 5 << "substitutesTab" << "Zamienniki";
+}
+
+void tst_DrugBaseWidget::formTexts()
+{
+    QFETCH(int, tab);
+    QFETCH(QString, page);
+    QFETCH(QString, text);
+
+    QCOMPARE(tabs->count(), 6);
+    QCOMPARE(tabs->widget(tab)->objectName(), page);
+    QCOMPARE(tabs->tabText(tab), text);
+    QCOMPARE(tabs->currentIndex(), 0);
+    QVERIFY(!panesVisible());
+    QCOMPARE(this->page->findChild<QLineEdit*>(QStringLiteral("searchLineEdit"))->placeholderText(),
+             QStringLiteral("Wyszukaj lek"));
+    auto* clear = this->page->findChild<QPushButton*>(QStringLiteral("clearDrugs"));
+    QVERIFY(clear);
+    QCOMPARE(clear->toolTip(), QStringLiteral("Usuń wybrane leki"));
+    QCOMPARE(clear->size(), QSize(37, 37));
+}
+
+void tst_DrugBaseWidget::firstDrugHidesPictureAndShowsPanes()
+{
+    auto* picture = page->findChild<QLabel*>(QStringLiteral("lookForDrugsImage"));
+    QVERIFY(picture);
+    QVERIFY(!picture->isHidden());
+
+    QVERIFY(add(QStringLiteral("31")));
+
+    QVERIFY(picture->isHidden());
+    QCOMPARE(nameStyle(selectedDrugs, 0), selectedStyle);
+    QCOMPARE(selectedDrugs->currentRow(), 0);
+    QVERIFY(panesVisible());
+    QCOMPARE(tabs->currentWidget()->objectName(), QStringLiteral("Informacje_tab"));
+}
+
+void tst_DrugBaseWidget::newDrugTakesHighlight()
+{
+    QVERIFY(add(QStringLiteral("31")));
+    QVERIFY(add(QStringLiteral("11")));
+
+    QCOMPARE(qobject_cast<SearchListItem*>(selectedDrugs->itemWidget(selectedDrugs->item(0)))->getDrug().vid,
+             QStringLiteral("11"));
+    QCOMPARE(nameStyle(selectedDrugs, 0), selectedStyle);
+    QCOMPARE(nameStyle(selectedDrugs, 1), restingStyle);
+}
+
+void tst_DrugBaseWidget::clickOnRowMovesHighlight()
+{
+    QVERIFY(add(QStringLiteral("31")));
+    QVERIFY(add(QStringLiteral("11")));
+    QVERIFY(add(QStringLiteral("13")));
+
+    QSignalSpy changed(DrugViewModel::instance(), &DrugViewModel::selectedDrugChanged);
+    QTest::mouseClick(selectedDrugs->viewport(), Qt::LeftButton, Qt::NoModifier,
+                      selectedDrugs->visualItemRect(selectedDrugs->item(2)).center());
+    QCOMPARE(changed.count(), 1);
+    QCOMPARE(changed.first().first().toInt(), 0);
+    QTRY_COMPARE(nameStyle(selectedDrugs, 2), selectedStyle);
+    QCOMPARE(nameStyle(selectedDrugs, 0), restingStyle);
+    QCOMPARE(nameStyle(selectedDrugs, 1), restingStyle);
+    QCOMPARE(DrugViewModel::instance()->selectedDrug()->vid, QStringLiteral("31"));
+}
+
+void tst_DrugBaseWidget::clearShowsPictureAndEmptiesLine()
+{
+    QVERIFY(add(QStringLiteral("11")));
+    auto* line = page->findChild<QLineEdit*>(QStringLiteral("searchLineEdit"));
+    line->setText(QStringLiteral("Apap"));
+
+    QTest::mouseClick(page->findChild<QPushButton*>(QStringLiteral("clearDrugs")), Qt::LeftButton);
+
+    // The list goes at once; the panes follow the queued selection change.
+    QCOMPARE(selectedDrugs->count(), 0);
+    QVERIFY(!page->findChild<QLabel*>(QStringLiteral("lookForDrugsImage"))->isHidden());
+    QCOMPARE(line->text(), QString());
+    QTRY_VERIFY(!panesVisible());
+}
+
+void tst_DrugBaseWidget::addAfterClearOfThreeRowsSkipsStaleIndex()
+{
+    QVERIFY(add(QStringLiteral("11")));
+    QVERIFY(add(QStringLiteral("12")));
+    QVERIFY(add(QStringLiteral("13")));
+    DrugViewModel::instance()->clearDrugs();
+    QCoreApplication::processEvents();
+
+    // The model still counts from its old selection, so previous points past the single row.
+    QSignalSpy changed(DrugViewModel::instance(), &DrugViewModel::selectedDrugChanged);
+    QVERIFY(add(QStringLiteral("31")));
+    QCOMPARE(changed.count(), 1);
+    QCOMPARE(changed.first().first().toInt(), 1);
+    QCOMPARE(selectedDrugs->count(), 1);
+    QCOMPARE(nameStyle(selectedDrugs, 0), selectedStyle);
+    QVERIFY(panesVisible());
+}
+
+void tst_DrugBaseWidget::versionsListedInReverseAndClickAddsRow()
+{
+    QVERIFY(add(QStringLiteral("12")));
+    QListWidget* versions = list("drugVersionsList");
+    QVERIFY(versions);
+
+    // The database gives 12, 13, 11.
+    QCOMPARE(rowVids(versions), (QStringList { "11", "13", "12" }));
+    QCOMPARE(nameStyle(versions, 2), selectedStyle);
+    QCOMPARE(nameStyle(versions, 0), restingStyle);
+    QCOMPARE(nameStyle(versions, 1), restingStyle);
+
+    tabs->setCurrentWidget(page->findChild<QWidget*>(QStringLiteral("drugVersionTab")));
+    QTest::mouseClick(versions->viewport(), Qt::LeftButton, Qt::NoModifier,
+                      versions->visualItemRect(versions->item(1)).center());
+    QTRY_COMPARE(selectedDrugs->count(), 2);
+    QCOMPARE(DrugViewModel::instance()->firstDrug()->vid, QStringLiteral("13"));
+    QCOMPARE(qobject_cast<SearchListItem*>(selectedDrugs->itemWidget(selectedDrugs->item(1)))->getDrug().vid,
+             QStringLiteral("12"));
+    QTRY_COMPARE(nameStyle(versions, 1), selectedStyle);
+}
+
+void tst_DrugBaseWidget::showTab_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("page");
+
+    QTest::newRow("trimmed text") << "Informacje" << "Informacje_tab";
+    QTest::newRow("blanks around the name") << "  Opis " << "Sekcje_opisowe_tab";
+    QTest::newRow("part of the text") << "Wersje" << "drugVersionTab";
+    QTest::newRow("substitutes with their count") << "Zamienniki" << "substitutesTab";
+    QTest::newRow("case matters") << "opis" << "warningsTab";
+    QTest::newRow("no such tab") << "Recepty" << "warningsTab";
+}
+
+void tst_DrugBaseWidget::showTab()
+{
+    QFETCH(QString, name);
+    QFETCH(QString, page);
+
+    QVERIFY(add(QStringLiteral("11")));
+    QVERIFY(tabs->tabText(tabs->indexOf(this->page->findChild<QWidget*>(QStringLiteral("substitutesTab"))))
+                .startsWith(QStringLiteral("Zamienniki : ")));
+    tabs->setCurrentWidget(this->page->findChild<QWidget*>(QStringLiteral("warningsTab")));
+
+    this->page->showTab(name);
+    QCOMPARE(tabs->currentWidget()->objectName(), page);
+}
+
+void tst_DrugBaseWidget::substitutesTabFollowsDrug()
+{
+    auto* substitutesTab = page->findChild<QWidget*>(QStringLiteral("substitutesTab"));
+    QVERIFY(substitutesTab);
+
+    QVERIFY(add(QStringLiteral("11")));
+    QCOMPARE(tabs->indexOf(substitutesTab), tabs->count() - 1);
+    QCOMPARE(tabs->tabText(tabs->indexOf(substitutesTab)), QStringLiteral("Zamienniki : 1"));
+    QCOMPARE(rowVids(list("substituteDrugsList")), QStringList { "12" });
+
+    QVERIFY(add(QStringLiteral("31")));
+    QCOMPARE(tabs->indexOf(substitutesTab), -1);
+    QCOMPARE(tabs->count(), 5);
+
+    QVERIFY(add(QStringLiteral("12")));
+    QCOMPARE(tabs->count(), 6);
+    QCOMPARE(tabs->indexOf(substitutesTab), tabs->count() - 1);
+    QCOMPARE(tabs->tabText(tabs->count() - 1), QStringLiteral("Zamienniki : 1"));
+    QCOMPARE(rowVids(list("substituteDrugsList")), QStringList { "11" });
+}
+
+void tst_DrugBaseWidget::clickOnSubstituteAddsIt()
+{
+    QVERIFY(add(QStringLiteral("11")));
+    page->showTab(QStringLiteral("Zamienniki"));
+    QListWidget* substitutes = list("substituteDrugsList");
+    QCOMPARE(substitutes->count(), 1);
+
+    QTest::mouseClick(substitutes->viewport(), Qt::LeftButton, Qt::NoModifier,
+                      substitutes->visualItemRect(substitutes->item(0)).center());
+    QTRY_COMPARE(selectedDrugs->count(), 2);
+    QCOMPARE(DrugViewModel::instance()->firstDrug()->vid, QStringLiteral("12"));
+    // A new selection returns to the information tab.
+    QTRY_COMPARE(tabs->currentIndex(), 0);
+}
+
+QTEST_MAIN(tst_DrugBaseWidget)
+#include "tst_drugbasewidget.moc"

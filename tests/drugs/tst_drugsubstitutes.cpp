@@ -1,0 +1,318 @@
+#include "appdir.h"
+#include "db/drugdatabase.h"
+#include "drugs/drugsubstituteitem.h"
+#include "drugs/drugsubstituteviewmodel.h"
+#include "drugs/drugviewmodel.h"
+
+#include <QLabel>
+#include <QSqlDatabase>
+#include <QSqlError>
+#include <QSqlQuery>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <algorithm>
+
+namespace {
+
+DrugPrice row(const QString& levelId, const QString& payment, const QString& levelName = QString())
+{
+    DrugPrice price;
+    price.level.id = levelId;
+    price.level.name = levelName.isEmpty() ? levelId : levelName;
+    price.payment = payment;
+    return price;
+}
+
+// A drug whose refund rows are given as "levelId:payment" pairs.
+Drug drugWithRows(const QString& vid, const QStringList& rows)
+{
+    Drug drug;
+    drug.vid = vid;
+    for (const QString& text : rows) {
+        const int colon = text.indexOf(QLatin1Char(':'));
+        drug.priceList.append(row(text.left(colon), text.mid(colon + 1)));
+    }
+    return drug;
+}
+
+QStringList vids(const QList<Drug>& drugs)
+{
+    QStringList result;
+    for (const Drug& drug : drugs)
+        result.append(drug.vid);
+    return result;
+}
+
+// Packages of ibuprofen 10 mg: 1 is the one selected; 2, 3 and 4 are its
+// substitutes; 5 differs in the dose's spelling, 6 in the substance, 7 in the form.
+const char* const fixtureSql[] = {
+    "CREATE TABLE v (vid INTEGER, name TEXT, pid INTEGER, gid INTEGER, kind TEXT, dose TEXT, box TEXT,"
+    " company TEXT, prices TEXT, iid TEXT, leaflet TEXT, warns TEXT)",
+    "CREATE TABLE g (gid INTEGER, inn TEXT)",
+    "CREATE TABLE xp (id INTEGER, name TEXT)",
+    "CREATE TABLE vm (vid INTEGER, mid INTEGER)",
+    "CREATE TABLE m (id INTEGER, name TEXT)",
+    "CREATE TABLE postac_match (postac TEXT, match_ix INTEGER)",
+    "CREATE TABLE xs (id INTEGER, name TEXT, descr TEXT)",
+    "CREATE TABLE d (id INTEGER, name TEXT, descr TEXT)",
+    "CREATE TABLE x (id INTEGER, descr TEXT)",
+    "INSERT INTO g VALUES (100, 'Ibuprofenum'), (101, 'Paracetamolum')",
+    "INSERT INTO xp VALUES (1, 'Rx')",
+    "INSERT INTO m VALUES (10, 'Ibuprofenum'), (11, 'Paracetamolum')",
+    "INSERT INTO postac_match VALUES ('tabl.', 1), ('tabl. powl.', 1), ('kaps.', 2)",
+    "INSERT INTO xs VALUES (5, '50%', 'Odpłatność 50%')",
+    "INSERT INTO d VALUES (12, 'Nowotwory', '')",
+    "INSERT INTO v VALUES"
+    " (1, 'Ibum', 1, 100, 'tabl.', '10 mg', '20 szt.', 'Hasco', '-1|20,00|-1|-1|5|3,20|12|-1', '-1', '', ''),"
+    " (2, 'Ibuprom', 1, 100, 'tabl. powl.', '10 mg', '20 szt.', 'USP', '-1|15,50|-1|-1', '-1', '', ''),"
+    " (3, 'Nurofen', 1, 100, 'tabl.', '10 mg', '20 szt.', 'Reckitt', '-1|8,00|-1|-1|5|1,00|12|-1', '-1', '', ''),"
+    " (4, 'Ibalgin', 1, 100, 'tabl.', '10 mg', '20 szt.', 'Zentiva', '-1|x|-1|-1', '-1', '', ''),"
+    " (5, 'Ibufen', 1, 100, 'tabl.', '10mg', '20 szt.', 'Polpharma', '-1|9,00|-1|-1', '-1', '', ''),"
+    " (6, 'Apap', 1, 101, 'tabl.', '10 mg', '20 szt.', 'USP', '-1|5,00|-1|-1', '-1', '', ''),"
+    " (7, 'Ibuprofen kaps.', 1, 100, 'kaps.', '10 mg', '20 szt.', 'Aflofarm', '-1|6,00|-1|-1', '-1', '', '')",
+    "INSERT INTO vm VALUES (1, 10), (2, 10), (3, 10), (4, 10), (5, 10), (6, 11), (7, 10)",
+};
+
+} // namespace
+
+class TestDrugSubstitutes : public QObject {
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void cleanupTestCase();
+
+    void priceRowOrder_data();
+    void priceRowOrder();
+    void drugOrder_data();
+    void drugOrder();
+    void sortPutsUnpricedDrugsLast();
+    void priceText_data();
+    void priceText();
+    void bars_data();
+    void bars();
+
+    void listIsReadyWhenSelectionIsAnnounced();
+    void noSelectionEmptiesTheListSilently();
+
+private:
+    QTemporaryDir programFolder;
+};
+
+void TestDrugSubstitutes::initTestCase()
+{
+    QStandardPaths::setTestModeEnabled(true);
+    QVERIFY(programFolder.isValid());
+    setProgramDir(programFolder.path());
+
+    {
+        QSqlDatabase fixture = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("fixture"));
+        fixture.setDatabaseName(programFolder.filePath(DrugDatabase::drugDatabaseName));
+        QVERIFY(fixture.open());
+        QSqlQuery query(fixture);
+        for (const char* statement : fixtureSql)
+            QVERIFY2(query.exec(QString::fromUtf8(statement)), qPrintable(query.lastError().text()));
+        fixture.close();
+    }
+    QSqlDatabase::removeDatabase(QStringLiteral("fixture"));
+
+    DrugSubstituteViewModel::connectToDrugViewModel();
+}
+
+void TestDrugSubstitutes::cleanupTestCase()
+{
+    DrugDatabase::closeDatabase();
+}
+
+void TestDrugSubstitutes::priceRowOrder_data()
+{
+    QTest::addColumn<QString>("levelA");
+    QTest::addColumn<QString>("paymentA");
+    QTest::addColumn<QString>("levelB");
+    QTest::addColumn<QString>("paymentB");
+    QTest::addColumn<bool>("aFirst");
+    QTest::addColumn<bool>("bFirst");
+
+    QTest::newRow("full price before a refund level") << "-1" << "25,00" << "1" << "3,20" << true << false;
+    QTest::newRow("level ids as text: 10 before 9") << "10" << "9,00" << "9" << "1,00" << true << false;
+    QTest::newRow("level decides before an unpriced row") << "3" << "x" << "4" << "1,00" << true << false;
+    QTest::newRow("cheaper first: 3,50 before 12.00") << "5" << "3,50" << "5" << "12.00" << true << false;
+    QTest::newRow("priced before x") << "5" << "99,99" << "5" << "x" << true << false;
+    QTest::newRow("priced before empty") << "5" << "1" << "5" << "" << true << false;
+    QTest::newRow("zero counts as no price") << "5" << "0,00" << "5" << "7,00" << false << true;
+    QTest::newRow("two unpriced rows tie") << "5" << "-" << "5" << "x" << false << false;
+    QTest::newRow("same amount, other separator, ties") << "5" << "3,50" << "5" << "3.5" << false << false;
+    QTest::newRow("nan is no number") << "5" << "nan" << "5" << "2,00" << false << true;
+}
+
+void TestDrugSubstitutes::priceRowOrder()
+{
+    QFETCH(QString, levelA);
+    QFETCH(QString, paymentA);
+    QFETCH(QString, levelB);
+    QFETCH(QString, paymentB);
+    QFETCH(bool, aFirst);
+    QFETCH(bool, bFirst);
+
+    const DrugPrice a = row(levelA, paymentA);
+    const DrugPrice b = row(levelB, paymentB);
+    QCOMPARE(DrugSubstituteViewModel::priceRowLessThan(a, b), aFirst);
+    QCOMPARE(DrugSubstituteViewModel::priceRowLessThan(b, a), bFirst);
+}
+
+void TestDrugSubstitutes::drugOrder_data()
+{
+    QTest::addColumn<QStringList>("rowsA");
+    QTest::addColumn<QStringList>("rowsB");
+    QTest::addColumn<bool>("aFirst");
+    QTest::addColumn<bool>("bFirst");
+
+    QTest::newRow("3,50 before 12.00") << QStringList{"-1:3,50"} << QStringList{"-1:12.00"} << true << false;
+    QTest::newRow("full price decides, not the cheaper refund")
+        << QStringList{"5:0,50", "-1:30,00"} << QStringList{"-1:20,00", "5:9,00"} << false << true;
+    QTest::newRow("smallest level id decides, as text")
+        << QStringList{"9:1,00", "10:8,00"} << QStringList{"10:5,00"} << false << true;
+    QTest::newRow("unreadable first row goes last")
+        << QStringList{"-1:x", "5:1,00"} << QStringList{"-1:40,00"} << false << true;
+    QTest::newRow("no rows at all goes last") << QStringList{} << QStringList{"-1:40,00"} << false << true;
+    QTest::newRow("two unpriced drugs tie") << QStringList{"-1:-"} << QStringList{} << false << false;
+}
+
+void TestDrugSubstitutes::drugOrder()
+{
+    QFETCH(QStringList, rowsA);
+    QFETCH(QStringList, rowsB);
+    QFETCH(bool, aFirst);
+    QFETCH(bool, bFirst);
+
+    const Drug a = drugWithRows(QStringLiteral("a"), rowsA);
+    const Drug b = drugWithRows(QStringLiteral("b"), rowsB);
+    QCOMPARE(DrugSubstituteViewModel::drugLessThan(a, b), aFirst);
+    QCOMPARE(DrugSubstituteViewModel::drugLessThan(b, a), bFirst);
+}
+
+void TestDrugSubstitutes::sortPutsUnpricedDrugsLast()
+{
+    // Enough drugs for std::sort to partition, with many ties among the
+    // unpriced ones; an inconsistent order would let it run past the list.
+    QList<Drug> drugs;
+    const QStringList unpriced = {"x", "X", "-", "", " ", "nan", "bez", "0"};
+    for (int i = 0; i < 40; ++i) {
+        const QString payment = i % 2 ? QString::number(40 - i) + QStringLiteral(",25") : unpriced.at(i / 2 % unpriced.size());
+        drugs.append(drugWithRows(QString::number(i), {QStringLiteral("-1:") + payment}));
+    }
+    drugs.append(drugWithRows(QStringLiteral("nan"), {QStringLiteral("-1:nan")}));
+    std::sort(drugs.begin(), drugs.end(), DrugSubstituteViewModel::drugLessThan);
+
+    double last = 0;
+    for (int i = 0; i < 20; ++i) {
+        QString payment = drugs.at(i).priceList.first().payment;
+        const double value = payment.replace(QLatin1Char(','), QLatin1Char('.')).toDouble();
+        QVERIFY2(value > last, qPrintable(drugs.at(i).vid));
+        last = value;
+    }
+    for (int i = 20; i < drugs.size(); ++i)
+        QVERIFY2(!drugs.at(i).priceList.first().payment.endsWith(QLatin1String(",25")), qPrintable(drugs.at(i).vid));
+}
+
+void TestDrugSubstitutes::priceText_data()
+{
+    QTest::addColumn<QStringList>("rows");
+    QTest::addColumn<QString>("expected");
+
+    QTest::newRow("price with currency") << QStringList{"-1:12,50"} << "-1 12,50 zł";
+    QTest::newRow("first row after the order") << QStringList{"5:3,20", "-1:25,00"} << "-1 25,00 zł";
+    QTest::newRow("capital X") << QStringList{"-1:X"} << "bd.";
+    QTest::newRow("small x keeps its text") << QStringList{"-1:x"} << "-1 x zł";
+    QTest::newRow("dash") << QStringList{"-1:-"} << "bd.";
+    QTest::newRow("bez without dash") << QStringList{"-1:Bezpłatny"} << "-1 Bezpłatny zł";
+    QTest::newRow("bez with dash") << QStringList{"-1:bezpłatny - ryczałt"} << "bd.";
+    QTest::newRow("empty payment, two blanks") << QStringList{"-1:"} << "-1  zł";
+    QTest::newRow("no rows") << QStringList{} << "";
+}
+
+void TestDrugSubstitutes::priceText()
+{
+    QFETCH(QStringList, rows);
+    QFETCH(QString, expected);
+    QCOMPARE(DrugSubstituteItem::priceText(drugWithRows(QStringLiteral("1"), rows).priceList), expected);
+}
+
+void TestDrugSubstitutes::bars_data()
+{
+    QTest::addColumn<QString>("box");
+    QTest::addColumn<QString>("dose");
+    QTest::addColumn<QString>("kind");
+    QTest::addColumn<QString>("boxText");
+    QTest::addColumn<QString>("doseText");
+
+    QTest::newRow("all three") << "20 szt." << "10 mg" << "tabl." << "20 szt. |" << "10 mg |";
+    QTest::newRow("no form") << "20 szt." << "10 mg" << "" << "20 szt. |" << "10 mg";
+    QTest::newRow("no dose") << "20 szt." << "" << "tabl." << "20 szt. |" << "";
+    QTest::newRow("box alone") << "20 szt." << "" << "" << "20 szt." << "";
+    QTest::newRow("no box") << "" << "10 mg" << "tabl." << "" << "10 mg |";
+    QTest::newRow("nothing") << "" << "" << "" << "" << "";
+}
+
+void TestDrugSubstitutes::bars()
+{
+    QFETCH(QString, box);
+    QFETCH(QString, dose);
+    QFETCH(QString, kind);
+    QFETCH(QString, boxText);
+    QFETCH(QString, doseText);
+
+    Drug drug = drugWithRows(QStringLiteral("1"), {QStringLiteral("-1:9,99")});
+    drug.box = box;
+    drug.dose = dose;
+    drug.kind = kind;
+    const DrugSubstituteItem item(drug, nullptr);
+    QCOMPARE(item.findChild<QLabel*>(QStringLiteral("labelBox"))->text(), boxText);
+    QCOMPARE(item.findChild<QLabel*>(QStringLiteral("labelDose"))->text(), doseText);
+    QCOMPARE(item.findChild<QLabel*>(QStringLiteral("labelForm"))->text(), kind);
+}
+
+void TestDrugSubstitutes::listIsReadyWhenSelectionIsAnnounced()
+{
+    DrugViewModel* selection = DrugViewModel::instance();
+    QSignalSpy announced(DrugSubstituteViewModel::instance(), &DrugSubstituteViewModel::selectedDrugHasSubstitutes);
+
+    // Connected after the model: runs inside the same emission, as the page's
+    // readers rely on.
+    QStringList seenDirectly;
+    QStringList seenQueued;
+    QObject context;
+    connect(selection, &DrugViewModel::selectedDrugChanged, &context,
+            [&] { seenDirectly = vids(DrugSubstituteViewModel::instance()->substitutes()); });
+    connect(
+        selection, &DrugViewModel::selectedDrugChanged, &context,
+        [&] { seenQueued = vids(DrugSubstituteViewModel::instance()->substitutes()); }, Qt::QueuedConnection);
+
+    selection->addDrug(DrugDatabase::drugByVid(QStringLiteral("1")));
+    const QStringList cheapestFirst = {"3", "2", "4"};
+    QCOMPARE(seenDirectly, cheapestFirst);
+    QCOMPARE(announced.count(), 1);
+    QTRY_COMPARE(seenQueued, cheapestFirst);
+
+    // A drug without substitutes still announces, with an empty list.
+    selection->addDrug(DrugDatabase::drugByVid(QStringLiteral("6")));
+    QCOMPARE(seenDirectly, QStringList());
+    QCOMPARE(announced.count(), 2);
+}
+
+void TestDrugSubstitutes::noSelectionEmptiesTheListSilently()
+{
+    DrugViewModel* selection = DrugViewModel::instance();
+    selection->addDrug(DrugDatabase::drugByVid(QStringLiteral("1")));
+    QCOMPARE(DrugSubstituteViewModel::instance()->substitutes().size(), 3);
+
+    QSignalSpy announced(DrugSubstituteViewModel::instance(), &DrugSubstituteViewModel::selectedDrugHasSubstitutes);
+    selection->clearDrugs();
+    QVERIFY(DrugSubstituteViewModel::instance()->substitutes().isEmpty());
+    QCOMPARE(announced.count(), 0);
+}
+
+QTEST_MAIN(TestDrugSubstitutes)
+#include "tst_drugsubstitutes.moc"

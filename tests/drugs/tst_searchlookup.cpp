@@ -1,0 +1,291 @@
+#include "appdir.h"
+#include "db/drugdatabase.h"
+#include "drugs/drugviewmodel.h"
+#include "drugs/searchlookup.h"
+#include "drugs/searchlookupitem.h"
+#include "pagefixture.h"
+
+#include <QElapsedTimer>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QSignalSpy>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+#include <QVBoxLayout>
+
+#include <memory>
+
+namespace {
+
+// Every search leaves the debug line "List size"; the handler notes when.
+QElapsedTimer sinceStart;
+QList<qint64> searchTimes;
+QtMessageHandler previousHandler = nullptr;
+
+void recordSearches(QtMsgType type, const QMessageLogContext& context, const QString& message)
+{
+    if (message.startsWith(QLatin1String("List size")))
+        searchTimes.append(sinceStart.elapsed());
+    if (previousHandler)
+        previousHandler(type, context, message);
+}
+
+const QString squareCorners = QStringLiteral("border-bottom-right-radius: 0px; border-bottom-left-radius: 0px;");
+
+} // namespace
+
+class tst_SearchLookup : public QObject {
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void init();
+    void cleanup();
+    void cleanupTestCase();
+
+    void labelBars_data();
+    void labelBars();
+    void searchWaitsForPauseInTyping();
+    void popupSize_data();
+    void popupSize();
+    void keysInOpenPopup_data();
+    void keysInOpenPopup();
+    void clickChoosesDrugAndStopsPendingSearch();
+    void emptyLineSearchesNothing();
+    void textSetByProgramStartsNoSearch();
+
+private:
+    void typeAndWaitForPopup(const QString& text);
+
+    QTemporaryDir dir;
+    std::unique_ptr<QWidget> host;
+    QLineEdit* editor = nullptr;
+    QListWidget* popup = nullptr;
+    QTimer* timer = nullptr;
+};
+
+void tst_SearchLookup::initTestCase()
+{
+    QStandardPaths::setTestModeEnabled(true);
+    QVERIFY(dir.isValid());
+    setProgramDir(dir.path());
+    QString error;
+    QVERIFY2(PageFixture::createDatabase(dir.path(), &error), qPrintable(error));
+    sinceStart.start();
+    previousHandler = qInstallMessageHandler(recordSearches);
+}
+
+void tst_SearchLookup::init()
+{
+    host = std::make_unique<QWidget>();
+    auto* layout = new QVBoxLayout(host.get());
+    editor = new QLineEdit(host.get());
+    editor->setFixedHeight(40);
+    editor->setStyleSheet(QStringLiteral("border-radius: 20px;"));
+    layout->addWidget(editor);
+    layout->addStretch();
+    host->resize(500, 400);
+    auto* lookup = new SearchLookup(editor);
+    popup = host->findChild<QListWidget*>(QStringLiteral("searchPopup"));
+    timer = lookup->findChild<QTimer*>(QStringLiteral("searchTimer"));
+    QVERIFY(popup);
+    QVERIFY(timer);
+    host->show();
+    QVERIFY(QTest::qWaitForWindowExposed(host.get()));
+    editor->setFocus();
+    searchTimes.clear();
+}
+
+void tst_SearchLookup::cleanup()
+{
+    host.reset();
+    DrugViewModel::instance()->clearDrugs();
+}
+
+void tst_SearchLookup::cleanupTestCase()
+{
+    qInstallMessageHandler(previousHandler);
+}
+
+void tst_SearchLookup::typeAndWaitForPopup(const QString& text)
+{
+    QTest::keyClicks(editor, text);
+    QTRY_VERIFY(popup->isVisible());
+    QVERIFY(!timer->isActive());
+}
+
+void tst_SearchLookup::labelBars_data()
+{
+    QTest::addColumn<QString>("box");
+    QTest::addColumn<QString>("dose");
+    QTest::addColumn<QString>("kind");
+    QTest::addColumn<QString>("boxText");
+    QTest::addColumn<QString>("doseText");
+
+    QTest::newRow("box, dose and form") << "30 szt." << "500 mg" << "tabletki" << "30 szt. |" << "500 mg |";
+    QTest::newRow("no form") << "30 szt." << "500 mg" << "" << "30 szt. |" << "500 mg";
+    QTest::newRow("no dose") << "30 szt." << "" << "tabletki" << "30 szt. |" << "";
+    QTest::newRow("box only") << "30 szt." << "" << "" << "30 szt." << "";
+    QTest::newRow("no box") << "" << "500 mg" << "tabletki" << "" << "500 mg |";
+    QTest::newRow("nothing") << "" << "" << "" << "" << "";
+}
+
+void tst_SearchLookup::labelBars()
+{
+    QFETCH(QString, box);
+    QFETCH(QString, dose);
+    QFETCH(QString, kind);
+    Drug drug;
+    drug.box = box;
+    drug.dose = dose;
+    drug.kind = kind;
+    QTEST(SearchLookupItem::boxText(drug), "boxText");
+    QTEST(SearchLookupItem::doseText(drug), "doseText");
+}
+
+void tst_SearchLookup::searchWaitsForPauseInTyping()
+{
+    QList<qint64> keyTimes;
+    for (const QChar c : QStringLiteral("Apap")) {
+        QTest::qWait(60);
+        QTest::keyClick(editor, c.toLatin1());
+        keyTimes.append(sinceStart.elapsed());
+    }
+
+    QTRY_COMPARE(searchTimes.size(), 1);
+    QTest::qWait(400);
+    QCOMPARE(searchTimes.size(), 1);
+
+    // No search before the line has been still for the whole wait (a coarse
+    // timer may fire up to 5% early), and the one search follows the last key.
+    const qint64 search = searchTimes.first();
+    QVERIFY2(search > keyTimes.last(), "the search ran before the last key");
+    QVERIFY2(search - keyTimes.last() >= 190,
+             qPrintable(QStringLiteral("searched %1 ms after the last key").arg(search - keyTimes.last())));
+
+    QVERIFY(popup->isVisible());
+    QCOMPARE(popup->count(), 3);
+}
+
+void tst_SearchLookup::popupSize_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<int>("rows");
+    QTest::addColumn<int>("rowsInView");
+
+    QTest::newRow("three drugs") << "Apap" << 3 << 3;
+    QTest::newRow("twenty drugs, five in view") << "Testowy" << 20 << 5;
+}
+
+void tst_SearchLookup::popupSize()
+{
+    QFETCH(QString, text);
+    QFETCH(int, rows);
+    QFETCH(int, rowsInView);
+
+    typeAndWaitForPopup(text);
+    QCOMPARE(popup->count(), rows);
+
+    const int first = popup->item(0)->sizeHint().height();
+    const int other = popup->item(1)->sizeHint().height();
+    QCOMPARE(first, other + 20);
+    for (int i = 2; i < rows; ++i)
+        QCOMPARE(popup->item(i)->sizeHint().height(), other);
+
+    QCOMPARE(popup->height(), first + (rowsInView - 1) * other + 2 * popup->frameWidth());
+    QCOMPARE(popup->width(), editor->width() - 16);
+    // The offscreen platform shifts a new window by its frame margin of 2 pixels.
+    const QPoint offset = popup->pos() - editor->mapToGlobal(QPoint(8, int(editor->height() * 0.75)));
+    QVERIFY2(qAbs(offset.x()) <= 2 && qAbs(offset.y()) <= 2, qPrintable(QStringLiteral("pop-up %1 pixels off")
+                                                                           .arg(offset.manhattanLength())));
+    QVERIFY(editor->styleSheet().contains(squareCorners));
+
+    auto* row = qobject_cast<SearchLookupItem*>(popup->itemWidget(popup->item(0)));
+    QVERIFY(row);
+    QCOMPARE(row->getDrug().name.left(text.size()), text);
+}
+
+void tst_SearchLookup::keysInOpenPopup_data()
+{
+    QTest::addColumn<int>("key");
+    QTest::addColumn<bool>("staysOpen");
+    QTest::addColumn<QString>("lineAfter");
+
+    // Only the mouse chooses a drug: Return closes the list whatever row is current.
+    QTest::newRow("Return") << int(Qt::Key_Return) << false << "Apap";
+    QTest::newRow("Enter") << int(Qt::Key_Enter) << false << "Apap";
+    QTest::newRow("Escape") << int(Qt::Key_Escape) << false << "Apap";
+    QTest::newRow("Down moves in the list") << int(Qt::Key_Down) << true << "Apap";
+    QTest::newRow("PageUp moves in the list") << int(Qt::Key_PageUp) << true << "Apap";
+    QTest::newRow("a letter goes on in the line") << int(Qt::Key_X) << false << "Apapx";
+    QTest::newRow("Backspace goes on in the line") << int(Qt::Key_Backspace) << false << "Apa";
+}
+
+void tst_SearchLookup::keysInOpenPopup()
+{
+    QFETCH(int, key);
+    QFETCH(bool, staysOpen);
+    QFETCH(QString, lineAfter);
+
+    QSignalSpy added(DrugViewModel::instance(), &DrugViewModel::drugAdded);
+    typeAndWaitForPopup(QStringLiteral("Apap"));
+    popup->setCurrentRow(1);
+
+    QTest::keyClick(popup, Qt::Key(key));
+
+    QCOMPARE(popup->isVisible(), staysOpen);
+    QCOMPARE(editor->styleSheet().contains(squareCorners), staysOpen);
+    QCOMPARE(editor->text(), lineAfter);
+    QCOMPARE(added.count(), 0);
+    // An edit passed on to the line waits for its own search.
+    QCOMPARE(timer->isActive(), lineAfter != QLatin1String("Apap"));
+}
+
+void tst_SearchLookup::clickChoosesDrugAndStopsPendingSearch()
+{
+    QSignalSpy added(DrugViewModel::instance(), &DrugViewModel::drugAdded);
+    typeAndWaitForPopup(QStringLiteral("Apap"));
+    QCOMPARE(searchTimes.size(), 1);
+    auto* row = qobject_cast<SearchLookupItem*>(popup->itemWidget(popup->item(1)));
+    QVERIFY(row);
+    const QString vid = row->getDrug().vid;
+
+    QTest::keyClick(editor, Qt::Key_Space);
+    QVERIFY(timer->isActive());
+    QTest::mouseClick(popup->viewport(), Qt::LeftButton, Qt::NoModifier,
+                      popup->visualItemRect(popup->item(1)).center());
+
+    QCOMPARE(added.count(), 1);
+    QCOMPARE(DrugViewModel::instance()->firstDrug()->vid, vid);
+    QVERIFY(!popup->isVisible());
+    QVERIFY(!editor->styleSheet().contains(squareCorners));
+    QCOMPARE(editor->text(), QStringLiteral("Apap "));
+    QVERIFY(!timer->isActive());
+    QTest::qWait(300);
+    QCOMPARE(searchTimes.size(), 1);
+}
+
+void tst_SearchLookup::emptyLineSearchesNothing()
+{
+    QTest::keyClick(editor, Qt::Key_A);
+    QTest::keyClick(editor, Qt::Key_Backspace);
+    QVERIFY(timer->isActive());
+    QTRY_VERIFY(!timer->isActive());
+    QTest::qWait(50);
+    QCOMPARE(searchTimes.size(), 0);
+    QVERIFY(!popup->isVisible());
+}
+
+void tst_SearchLookup::textSetByProgramStartsNoSearch()
+{
+    editor->setText(QStringLiteral("5900000000011"));
+    QVERIFY(!timer->isActive());
+    QTest::qWait(300);
+    QCOMPARE(searchTimes.size(), 0);
+    QVERIFY(!popup->isVisible());
+}
+
+QTEST_MAIN(tst_SearchLookup)
+#include "tst_searchlookup.moc"

@@ -1,0 +1,331 @@
+#include "utils/keyboardreader.h"
+#include "utils/virtualkey.h"
+
+#include <QApplication>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QStandardPaths>
+#include <QVBoxLayout>
+#include <QtTest>
+
+#include <optional>
+
+namespace {
+
+constexpr int shiftKey = 0xA0;
+constexpr int controlKey = 0xA2;
+constexpr int rightControlKey = 0xA3;
+constexpr int altKey = 0xA4;
+constexpr int returnKey = 0x0D;
+constexpr int escapeKey = 0x1B;
+constexpr int f1Key = 0x70;
+constexpr int f2Key = 0x71;
+constexpr int letterA = 0x41;
+constexpr int letterD = 0x44;
+constexpr int keypadZero = 0x60;
+
+struct KeyEvent
+{
+    bool press;
+    int vkCode;
+    qint64 time;
+};
+
+// Builds a key stream with times: each key-down comes `gap` ms after the
+// previous key-down, its key-up 10 ms after it.
+class Keys
+{
+public:
+    Keys& press(int vkCode, qint64 gap = 50)
+    {
+        now += gap;
+        events.append({true, vkCode, now});
+        return *this;
+    }
+    Keys& release(int vkCode)
+    {
+        events.append({false, vkCode, now + 10});
+        return *this;
+    }
+    Keys& tap(int vkCode, qint64 gap = 50) { return press(vkCode, gap).release(vkCode); }
+    Keys& digits(const QString& text, qint64 gap, std::optional<qint64> firstGap = std::nullopt)
+    {
+        for (int i = 0; i < text.size(); ++i)
+            tap(text.at(i).unicode(), i == 0 && firstGap ? *firstGap : gap);
+        return *this;
+    }
+    // Shift held down: the keyboard repeats its key-down between the digits.
+    Keys& shiftedDigits(const QString& text, qint64 gap)
+    {
+        for (const QChar digit : text)
+            press(shiftKey, gap / 2).tap(digit.unicode(), gap / 2);
+        return *this;
+    }
+    Keys& keypadDigits(const QString& text, qint64 gap)
+    {
+        for (const QChar digit : text)
+            tap(keypadZero + digit.digitValue(), gap);
+        return *this;
+    }
+
+    QVector<KeyEvent> events;
+    qint64 now = 100000;
+};
+
+void feed(KeyboardReader& reader, const QVector<KeyEvent>& events)
+{
+    for (const KeyEvent& event : events) {
+        if (event.press)
+            reader.keyDown(event.vkCode, event.time);
+        else
+            reader.keyUp(event.vkCode, event.time, VirtualKey::name(event.vkCode));
+    }
+}
+
+QStringList readingsOf(const QSignalSpy& spy)
+{
+    QStringList readings;
+    for (const QList<QVariant>& arguments : spy)
+        readings << arguments.at(0).toString();
+    return readings;
+}
+
+const QString ean = QStringLiteral("5909990000012");
+
+} // namespace
+
+Q_DECLARE_METATYPE(QVector<KeyEvent>)
+
+class TestKeyboardReader : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void readings_data();
+    void readings();
+    void sequences_data();
+    void sequences();
+    void escapeAtPress();
+    void modifierActive();
+    void focusedLineCleared_data();
+    void focusedLineCleared();
+    void ownWindowsWithoutSystemStream();
+};
+
+void TestKeyboardReader::initTestCase()
+{
+    QStandardPaths::setTestModeEnabled(true);
+}
+
+void TestKeyboardReader::readings_data()
+{
+    QTest::addColumn<QVector<KeyEvent>>("events");
+    QTest::addColumn<QStringList>("expected");
+
+    QTest::newRow("13 digits 99 ms apart") << Keys().digits(ean, 99).events << QStringList{ean};
+    QTest::newRow("13 digits exactly 100 ms apart") << Keys().digits(ean, 100).events << QStringList{ean};
+    QTest::newRow("13 digits 101 ms apart") << Keys().digits(ean, 101).events << QStringList();
+    QTest::newRow("gap of 101 ms after the sixth digit")
+        << Keys().digits(ean.left(6), 30).digits(ean.mid(6), 30, 101).events << QStringList();
+    QTest::newRow("after the gap six more digits complete a code")
+        << Keys().digits(ean.left(6), 30).digits(ean.mid(6), 30, 101).digits(QStringLiteral("123456"), 30).events
+        << QStringList{ean.mid(6) + QStringLiteral("123456")};
+    QTest::newRow("Return after 13 digits gives one reading")
+        << Keys().digits(ean, 30).tap(returnKey, 30).events << QStringList{ean};
+    QTest::newRow("Return after 12 digits empties the buffer")
+        << Keys().digits(ean.left(12), 30).tap(returnKey, 30).digits(QStringLiteral("2"), 30).events
+        << QStringList();
+    QTest::newRow("14 digits: the 14th starts a new code")
+        << Keys().digits(ean + QStringLiteral("4"), 30).digits(QStringLiteral("000000000001"), 30).events
+        << QStringList{ean, QStringLiteral("4000000000001")};
+    QTest::newRow("EAN-8 and Return") << Keys().digits(QStringLiteral("59099900"), 30).tap(returnKey, 30).events
+                                      << QStringList();
+    QTest::newRow("digits with Shift held are not collected")
+        << Keys().shiftedDigits(QStringLiteral("11111"), 30).release(shiftKey).digits(ean, 30).events
+        << QStringList{ean};
+    QTest::newRow("13 digits with Shift held make no code")
+        << Keys().shiftedDigits(ean, 30).events << QStringList();
+    // A key's release consumes the modifiers: without a repeat of Shift the
+    // next digit counts again.
+    QTest::newRow("a digit released takes Shift with it")
+        << Keys().press(shiftKey, 30).digits(QStringLiteral("1") + ean, 30).events << QStringList{ean};
+    QTest::newRow("keypad digits are ignored") << Keys().keypadDigits(ean, 30).events << QStringList();
+    QTest::newRow("a keypad digit inside a burst neither counts nor breaks it")
+        << Keys().digits(ean.left(6), 30).keypadDigits(QStringLiteral("7"), 30).digits(ean.mid(6), 30).events
+        << QStringList{ean};
+    QTest::newRow("a letter inside a burst doesn't break it")
+        << Keys().digits(ean.left(6), 30).tap(letterA, 30).digits(ean.mid(6), 30).events << QStringList{ean};
+    QTest::newRow("a letter keeps the burst alive across 120 ms between digits")
+        << Keys().digits(ean.left(6), 30).tap(letterA, 60).digits(ean.mid(6), 60).events << QStringList{ean};
+    QTest::newRow("code 0x2F counts like a digit")
+        << Keys().digits(ean.left(12), 30).tap(0x2F, 30).events << QStringList{ean.left(12) + QStringLiteral("/")};
+    QTest::newRow("a clock that went back keeps the run")
+        << Keys().digits(ean.left(6), 30).digits(ean.mid(6), 30, -86000000).events << QStringList{ean};
+}
+
+void TestKeyboardReader::readings()
+{
+    QFETCH(QVector<KeyEvent>, events);
+    QFETCH(QStringList, expected);
+
+    KeyboardReader reader;
+    QSignalSpy spy(&reader, &KeyboardReader::newReading);
+    feed(reader, events);
+    QCOMPARE(readingsOf(spy), expected);
+}
+
+void TestKeyboardReader::sequences_data()
+{
+    QTest::addColumn<QVector<KeyEvent>>("events");
+    QTest::addColumn<QStringList>("expected");
+
+    QTest::newRow("plain letter") << Keys().tap(letterA).events << QStringList{QStringLiteral("A")};
+    QTest::newRow("Ctrl held: F1 then F2, then Ctrl released")
+        << Keys().press(controlKey).tap(f1Key).tap(f2Key).release(controlKey).events
+        << QStringList{QStringLiteral("Ctrl+F1"), QStringLiteral("F2"), QStringLiteral("Ctrl")};
+    QTest::newRow("right Ctrl+D") << Keys().press(rightControlKey).tap(letterD).events
+                                  << QStringList{QStringLiteral("Ctrl+D")};
+    QTest::newRow("Alt, Ctrl, Shift pressed: Shift+Ctrl+Alt")
+        << Keys().press(altKey).press(controlKey).press(shiftKey).tap(letterD).events
+        << QStringList{QStringLiteral("Shift+Ctrl+Alt+D")};
+    QTest::newRow("Shift, Alt pressed: Shift+Alt")
+        << Keys().press(shiftKey).press(altKey).tap(f1Key).events << QStringList{QStringLiteral("Shift+Alt+F1")};
+    QTest::newRow("Shift+digit") << Keys().press(shiftKey).tap(0x35).events << QStringList{QStringLiteral("Shift+5")};
+    QTest::newRow("modifier released before the key drops out")
+        << Keys().press(controlKey).press(letterD).release(controlKey).release(letterD).events
+        << QStringList{QStringLiteral("Ctrl"), QStringLiteral("D")};
+    QTest::newRow("Escape") << Keys().tap(escapeKey).events << QStringList{QStringLiteral("Esc")};
+    QTest::newRow("Return") << Keys().tap(returnKey).events << QStringList{QStringLiteral("Enter")};
+}
+
+void TestKeyboardReader::sequences()
+{
+    QFETCH(QVector<KeyEvent>, events);
+    QFETCH(QStringList, expected);
+
+    KeyboardReader reader;
+    QSignalSpy spy(&reader, &KeyboardReader::shortcut);
+    feed(reader, events);
+    QList<QKeySequence> sequences;
+    for (const QList<QVariant>& arguments : spy)
+        sequences << arguments.at(0).value<QKeySequence>();
+    QList<QKeySequence> expectedSequences;
+    for (const QString& text : expected)
+        expectedSequences << QKeySequence(text, QKeySequence::NativeText);
+    QCOMPARE(sequences, expectedSequences);
+}
+
+void TestKeyboardReader::escapeAtPress()
+{
+    KeyboardReader reader;
+    QSignalSpy escapes(&reader, &KeyboardReader::escape);
+    QSignalSpy sequences(&reader, &KeyboardReader::shortcut);
+    reader.keyDown(escapeKey, 1000);
+    QCOMPARE(escapes.count(), 1);
+    QCOMPARE(sequences.count(), 0);
+    reader.keyUp(escapeKey, 1080, QStringLiteral("Esc"));
+    QCOMPARE(escapes.count(), 1);
+    QCOMPARE(sequences.count(), 1);
+    QCOMPARE(sequences.at(0).at(0).value<QKeySequence>(), QKeySequence(Qt::Key_Escape));
+}
+
+void TestKeyboardReader::modifierActive()
+{
+    KeyboardReader reader;
+    QVERIFY(!reader.isModifierActive());
+    reader.keyDown(controlKey, 1000);
+    QVERIFY(reader.isModifierActive());
+    reader.keyUp(controlKey, 1100, QStringLiteral("Ctrl"));
+    QVERIFY(!reader.isModifierActive());
+    reader.keyDown(shiftKey, 1200);
+    reader.keyDown(letterA, 1250);
+    reader.keyUp(letterA, 1260, QStringLiteral("A"));
+    // The letter's release took Shift with it, though the key is still down.
+    QVERIFY(!reader.isModifierActive());
+}
+
+void TestKeyboardReader::focusedLineCleared_data()
+{
+    QTest::addColumn<bool>("lineHasFocus");
+    QTest::addColumn<QString>("lateTyping");
+    QTest::addColumn<QString>("expectedText");
+
+    QTest::newRow("search line with the focus is emptied") << true << QString() << QString();
+    QTest::newRow("a line without the focus keeps its text") << false << QString() << ean.left(12);
+    // The window's own copy of the keys can come after the reading.
+    QTest::newRow("last digit arriving late is taken out") << true << ean.right(1) << QString();
+    QTest::newRow("whole code arriving late is taken out") << true << ean << QString();
+    QTest::newRow("the user's own typing afterwards stays") << true << QStringLiteral("apap") << QStringLiteral("apap");
+}
+
+void TestKeyboardReader::focusedLineCleared()
+{
+    QFETCH(bool, lineHasFocus);
+    QFETCH(QString, lateTyping);
+    QFETCH(QString, expectedText);
+
+    QWidget window;
+    auto* layout = new QVBoxLayout(&window);
+    auto* edit = new QLineEdit(&window);
+    auto* button = new QPushButton(QStringLiteral("Szukaj"), &window);
+    layout->addWidget(edit);
+    layout->addWidget(button);
+    window.show();
+    QApplication::setActiveWindow(&window);
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    if (lineHasFocus)
+        edit->setFocus();
+    else
+        button->setFocus();
+    QTRY_COMPARE(QApplication::focusWidget(), lineHasFocus ? static_cast<QWidget*>(edit) : button);
+    // What the scanner typed into the line before its last digit.
+    edit->setText(ean.left(12));
+
+    KeyboardReader reader;
+    QSignalSpy spy(&reader, &KeyboardReader::newReading);
+    feed(reader, Keys().digits(ean, 20).events);
+    QCOMPARE(readingsOf(spy), QStringList{ean});
+    if (!lateTyping.isEmpty())
+        QTest::keyClicks(edit, lateTyping);
+    QTRY_COMPARE(edit->text(), expectedText);
+    QTest::qWait(100);
+    QCOMPARE(edit->text(), expectedText);
+}
+
+void TestKeyboardReader::ownWindowsWithoutSystemStream()
+{
+    // Offscreen there is no system-wide stream: the program's reader watches
+    // its own windows, and sees each key once although the event passes from
+    // the window on to the line.
+    KeyboardReader* reader = KeyboardReader::instance();
+    QSignalSpy readings(reader, &KeyboardReader::newReading);
+    QSignalSpy sequences(reader, &KeyboardReader::shortcut);
+
+    QLineEdit edit;
+    edit.show();
+    QApplication::setActiveWindow(&edit);
+    QVERIFY(QTest::qWaitForWindowActive(&edit));
+    QWindow* window = edit.windowHandle();
+
+    for (const QChar digit : ean)
+        QTest::keyClick(window, Qt::Key(Qt::Key_0 + digit.digitValue()));
+    QCOMPARE(readingsOf(readings), QStringList{ean});
+    QCOMPARE(sequences.count(), ean.size());
+    QCOMPARE(sequences.last().at(0).value<QKeySequence>(), QKeySequence(Qt::Key_2));
+
+    sequences.clear();
+    // Presses Ctrl, clicks D, releases Ctrl.
+    QTest::keyClick(window, Qt::Key_D, Qt::ControlModifier);
+    QCOMPARE(sequences.count(), 2);
+    QCOMPARE(sequences.at(0).at(0).value<QKeySequence>(), QKeySequence(Qt::CTRL | Qt::Key_D));
+
+    readings.clear();
+    for (const QChar digit : ean)
+        QTest::keyClick(window, Qt::Key(Qt::Key_0 + digit.digitValue()), Qt::KeypadModifier);
+    QCOMPARE(readings.count(), 0);
+}
+
+QTEST_MAIN(TestKeyboardReader)
+#include "tst_keyboardreader.moc"

@@ -1,0 +1,45 @@
+#include "utils/responseenvelope.h"
+
+#include <QTest>
+
+class TestResponseEnvelope : public QObject {
+    Q_OBJECT
+
+private slots:
+    void parse_data();
+    void parse();
+};
+
+void TestResponseEnvelope::parse_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<bool>("success");
+    QTest::addColumn<QString>("message");
+
+    QTest::newRow("accepted") << R"({"status":"success","message":""})" << true << "";
+    QTest::newRow("accepted, message ignored") << R"({"status":"success","message":"ok"})" << true << "ok";
+    QTest::newRow("capitalised status is no success") << R"({"status":"Success","message":""})" << false << "";
+    QTest::newRow("status with a blank is no success") << R"({"status":"success ","message":""})" << false << "";
+    QTest::newRow("rejected with reason")
+        << R"j({"status":"error","message":"Brak klucza aplikacji (app_key)"})j" << false
+        << "Brak klucza aplikacji (app_key)";
+    QTest::newRow("Polish reason") << QString::fromUtf8(R"({"status":"error","message":"Nieprawidłowe dane"})")
+                                   << false << QString::fromUtf8("Nieprawidłowe dane");
+    QTest::newRow("no status") << R"({"message":"x"})" << false << "x";
+    QTest::newRow("status not a string") << R"({"status":true,"message":""})" << false << "";
+    QTest::newRow("not JSON") << "{not json" << false << "";
+    QTest::newRow("array instead of object") << R"(["success"])" << false << "";
+    QTest::newRow("empty answer") << "" << false << "";
+}
+
+void TestResponseEnvelope::parse()
+{
+    QFETCH(QString, text);
+
+    const ResponseEnvelope envelope = ResponseEnvelope::parse(text);
+    QTEST(envelope.success, "success");
+    QTEST(envelope.message, "message");
+}
+
+QTEST_GUILESS_MAIN(TestResponseEnvelope)
+#include "tst_responseenvelope.moc"

@@ -1,0 +1,164 @@
+#include "utils/keyboardreader.h"
+#include "utils/x11keysource.h"
+
+#include <QApplication>
+#include <QProcess>
+#include <QSignalSpy>
+#include <QStandardPaths>
+#include <QtTest>
+
+#include <X11/keysym.h>
+
+// Drives the real X server's keyboard with xdotool (XTest) while recording it.
+// Runs under `xvfb-run -a`; skips where there is no X server with RECORD.
+class TestX11KeySource : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void virtualKeys_data();
+    void virtualKeys();
+    void init();
+    void cleanup();
+    void scannerBurst();
+    void slowTyping();
+    void chord();
+    void programReaderRecordsX();
+
+private:
+    void typeKeys(const QStringList& arguments);
+
+    QString xdotool;
+    X11KeySource* source = nullptr;
+    KeyboardReader* reader = nullptr;
+};
+
+void TestX11KeySource::initTestCase()
+{
+    QStandardPaths::setTestModeEnabled(true);
+    xdotool = QStandardPaths::findExecutable(QStringLiteral("xdotool"));
+}
+
+void TestX11KeySource::virtualKeys_data()
+{
+    QTest::addColumn<uint>("keysym");
+    QTest::addColumn<int>("vkCode");
+
+    QTest::newRow("digit 5") << uint(XK_5) << 0x35;
+    QTest::newRow("letter d") << uint(XK_d) << 0x44;
+    QTest::newRow("letter D") << uint(XK_D) << 0x44;
+    QTest::newRow("keypad 1 with Num Lock") << uint(XK_KP_1) << 0x61;
+    QTest::newRow("keypad 1 without Num Lock") << uint(XK_KP_End) << 0x61;
+    QTest::newRow("keypad 0 without Num Lock") << uint(XK_KP_Insert) << 0x60;
+    QTest::newRow("keypad Enter is Return") << uint(XK_KP_Enter) << 0x0D;
+    QTest::newRow("right Control") << uint(XK_Control_R) << 0xA3;
+    QTest::newRow("AltGr") << uint(XK_ISO_Level3_Shift) << 0xA5;
+    QTest::newRow("F24") << uint(XK_F24) << 0x87;
+    QTest::newRow("Page Up") << uint(XK_Prior) << 0x21;
+    QTest::newRow("minus") << uint(XK_minus) << 0xBD;
+    QTest::newRow("Polish a with ogonek has no code") << uint(XK_aogonek) << 0;
+}
+
+void TestX11KeySource::virtualKeys()
+{
+    QFETCH(uint, keysym);
+    QFETCH(int, vkCode);
+    QCOMPARE(X11KeySource::virtualKey(keysym), vkCode);
+}
+
+void TestX11KeySource::init()
+{
+    const QByteArray function = QTest::currentTestFunction();
+    if (function == "virtualKeys")
+        return;
+    if (!X11KeySource::isSupported())
+        QSKIP("No X server with RECORD on DISPLAY");
+    if (xdotool.isEmpty())
+        QSKIP("xdotool is not installed");
+    if (function == "programReaderRecordsX")
+        return;
+    source = new X11KeySource;
+    reader = new KeyboardReader;
+    connect(source, &KeySource::keyPressed, reader, &KeyboardReader::keyDown);
+    connect(source, &KeySource::keyReleased, reader, &KeyboardReader::keyUp);
+    QVERIFY(source->start());
+    QTRY_VERIFY(source->isRecording());
+}
+
+void TestX11KeySource::cleanup()
+{
+    delete source;
+    source = nullptr;
+    delete reader;
+    reader = nullptr;
+}
+
+void TestX11KeySource::typeKeys(const QStringList& arguments)
+{
+    QCOMPARE(QProcess::execute(xdotool, arguments), 0);
+}
+
+void TestX11KeySource::scannerBurst()
+{
+    QSignalSpy readings(reader, &KeyboardReader::newReading);
+    QSignalSpy sequences(reader, &KeyboardReader::shortcut);
+    typeKeys({QStringLiteral("type"), QStringLiteral("--delay"), QStringLiteral("20"), QStringLiteral("5909990000012")});
+    // Every key's release arrives as a sequence: once all 13 are in, nothing more is on its way.
+    QTRY_COMPARE(sequences.count(), 13);
+    QCOMPARE(readings.count(), 1);
+    QCOMPARE(readings.at(0).at(0).toString(), QStringLiteral("5909990000012"));
+    QCOMPARE(sequences.at(0).at(0).value<QKeySequence>(), QKeySequence(Qt::Key_5));
+}
+
+void TestX11KeySource::slowTyping()
+{
+    // The events are read only after xdotool is done: the gaps that count are
+    // the server's, not the moments this test reads them. xdotool spends half
+    // its delay per key, so 300 gives about 150 ms between key-downs.
+    QSignalSpy readings(reader, &KeyboardReader::newReading);
+    QSignalSpy sequences(reader, &KeyboardReader::shortcut);
+    typeKeys({QStringLiteral("type"), QStringLiteral("--delay"), QStringLiteral("300"), QStringLiteral("5909990000012")});
+    QTRY_COMPARE(sequences.count(), 13);
+    QCOMPARE(readings.count(), 0);
+}
+
+void TestX11KeySource::chord()
+{
+    // `xdotool key ctrl+d` lets go of Ctrl before D, which gives "Ctrl" and
+    // "D": a person lets go of D first.
+    QSignalSpy sequences(reader, &KeyboardReader::shortcut);
+    typeKeys({QStringLiteral("keydown"), QStringLiteral("ctrl"), QStringLiteral("key"), QStringLiteral("d"),
+              QStringLiteral("keyup"), QStringLiteral("ctrl")});
+    QTRY_COMPARE(sequences.count(), 2);
+    QCOMPARE(sequences.at(0).at(0).value<QKeySequence>(), QKeySequence(QStringLiteral("Ctrl+D")));
+    QCOMPARE(sequences.at(1).at(0).value<QKeySequence>(), QKeySequence(QStringLiteral("Ctrl"), QKeySequence::NativeText));
+    QVERIFY(!reader->isModifierActive());
+}
+
+void TestX11KeySource::programReaderRecordsX()
+{
+    // On xcb the program's reader records the whole X session, not only its
+    // own windows, and none of them needs to be shown.
+    KeyboardReader* programReader = KeyboardReader::instance();
+    auto* recording = programReader->findChild<X11KeySource*>();
+    QVERIFY(recording);
+    QTRY_VERIFY(recording->isRecording());
+    QSignalSpy readings(programReader, &KeyboardReader::newReading);
+    typeKeys({QStringLiteral("type"), QStringLiteral("--delay"), QStringLiteral("20"), QStringLiteral("5909990000029")});
+    QTRY_COMPARE(readings.count(), 1);
+    QCOMPARE(readings.at(0).at(0).toString(), QStringLiteral("5909990000029"));
+}
+
+int main(int argc, char* argv[])
+{
+    // The source needs a real X server; without one the program still starts
+    // (offscreen) so that the tests can skip themselves.
+    qputenv("QT_QPA_PLATFORM", qEnvironmentVariableIsEmpty("DISPLAY") ? "offscreen" : "xcb");
+    QApplication app(argc, argv);
+    TestX11KeySource test;
+    QTEST_SET_MAIN_SOURCE_PATH
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_x11keysource.moc"
