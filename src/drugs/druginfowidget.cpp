@@ -6,6 +6,11 @@ DrugInfoWidget::DrugInfoWidget(QWidget* parent)
     , ui(new Ui::DrugInfoWidget)
 {
     ui->setupUi(this);
+    // Shown only when they apply: a leaflet coming in, no picture at the
+    // service, substitutes to go to.
+    ui->leafletLabel->hide();
+    ui->pushButton->hide();
+    ui->pushButton_2->hide();
 }
 
 DrugInfoWidget::~DrugInfoWidget()
