@@ -2,6 +2,7 @@
 #include "ui_drugsubstituteitem.h"
 
 #include "drugsubstituteviewmodel.h"
+#include "searchlookupitem.h"
 
 #include <algorithm>
 
@@ -18,17 +19,8 @@ DrugSubstituteItem::DrugSubstituteItem(const Drug& drug, QWidget* parent)
     ui->labelCompany->setText(drug.company);
     ui->labelPrice->setText(priceText(drug.priceList));
 
-    // A bar stands only between two fields that are both there.
-    const QString bar = QStringLiteral(" |");
-    QString dose = drug.dose;
-    if (!drug.kind.isEmpty() && !drug.dose.isEmpty())
-        dose += bar;
-    ui->labelDose->setText(dose);
-
-    QString box = drug.box;
-    if (!drug.box.isEmpty() && (!drug.dose.isEmpty() || !drug.kind.isEmpty()))
-        box += bar;
-    ui->labelBox->setText(box);
+    ui->labelDose->setText(SearchLookupItem::doseText(drug));
+    ui->labelBox->setText(SearchLookupItem::boxText(drug));
 }
 
 DrugSubstituteItem::~DrugSubstituteItem()
