@@ -1,12 +1,11 @@
 #include "appdir.h"
 #include "db/drugdatabase.h"
+#include "testsupport.h"
 
 #include <QDateTime>
 #include <QFile>
 #include <QRegularExpression>
 #include <QSqlDatabase>
-#include <QSqlError>
-#include <QSqlQuery>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QThread>
@@ -17,6 +16,7 @@
 #include <memory>
 
 using namespace DrugDatabase;
+using TestSupport::buildDatabase;
 
 namespace {
 
@@ -112,32 +112,6 @@ INSERT INTO rec_connection VALUES (1000, 100, 1, '3,0', '', ''), (1001, 100, 2, 
 
 INSERT INTO cfg VALUES ('data_version', '1700000000'), ('list_date', '2024-01-01');
 )sql";
-
-// Runs each statement of `sql` (split at ";" that ends a line) on a new file.
-bool buildDatabase(const QString& path, const QString& sql)
-{
-    static int serial = 0;
-    const QString connectionName = QStringLiteral("fixture-%1").arg(++serial);
-    bool ok = true;
-    {
-        QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), connectionName);
-        db.setDatabaseName(path);
-        ok = db.open();
-        const QStringList statements = sql.split(QRegularExpression(QStringLiteral(";\\s*\\n")));
-        for (const QString& statement : statements) {
-            if (!ok || statement.trimmed().isEmpty())
-                continue;
-            QSqlQuery query(db);
-            if (!query.exec(statement)) {
-                qWarning() << query.lastError().text() << statement;
-                ok = false;
-            }
-        }
-        db.close();
-    }
-    QSqlDatabase::removeDatabase(connectionName);
-    return ok;
-}
 
 QStringList vidsOf(const QList<Drug>& drugs)
 {
