@@ -73,7 +73,6 @@ private slots:
     void quitAsksAndNoKeepsRunning();
     void removeTemporaryFiles_data();
     void removeTemporaryFiles();
-    void pagesSwitch();
     void cleanupTestCase();
 
 private:
@@ -197,19 +196,6 @@ void tst_MainWindow::removeTemporaryFiles()
     // Folders below temp/ and what is in them stay.
     QVERIFY(QFile::exists(dir.filePath(QStringLiteral("temp/pages/0.png"))));
     QVERIFY(QFile::exists(dir.filePath(QStringLiteral("corvane_quillard_desktop.sqlite3"))));
-}
-
-void tst_MainWindow::pagesSwitch()
-{
-    QWidget* drugBase = window->findChild<QWidget*>(QStringLiteral("drugBase"));
-    QWidget* recipes = window->findChild<QWidget*>(QStringLiteral("recipes"));
-    QVERIFY(drugBase && recipes);
-    window->showRecipesPage();
-    QVERIFY(drugBase->isHidden());
-    QVERIFY(!recipes->isHidden());
-    window->showDrugPage();
-    QVERIFY(!drugBase->isHidden());
-    QVERIFY(recipes->isHidden());
 }
 
 void tst_MainWindow::cleanupTestCase()
