@@ -230,7 +230,6 @@ void TestDrugDatabase::drugByEan_data()
     QTest::addColumn<QString>("vid");
 
     QTest::newRow("first of two codes") << "5909990733828" << "1";
-    QTest::newRow("second of two codes") << "5909990733835" << "1";
     QTest::newRow("unknown code") << "5909990999999" << "";
     QTest::newRow("underscore is any one character") << "590999073382_" << "1";
     QTest::newRow("percent is any text") << "%733842" << "4";
@@ -342,18 +341,13 @@ void TestDrugDatabase::fixedRefundRecordsNeedNoTable()
 {
     useDatabase(QStringLiteral("CREATE TABLE cfg (key TEXT, val TEXT)"));
     const RefundLevel level = refundLevelById(QStringLiteral("-1"));
-    QCOMPARE(level.id, QStringLiteral("-1"));
-    QCOMPARE(level.name, QStringLiteral("100%"));
-    QCOMPARE(level.descr, QStringLiteral("Pełna odpłatność"));
     const RefundScope scope = refundScopeById(QStringLiteral("-1"));
-    QCOMPARE(scope.id, QStringLiteral("-1"));
-    QCOMPARE(scope.name,
-             QStringLiteral("Refundacja we wszystkich zarejestrowanych wskazaniach (patrz wskazania wg ChPL)."));
-    QVERIFY(scope.descr.isEmpty());
     const OffLabelIndication offLabel = offLabelById(QStringLiteral("-1"));
-    QCOMPARE(offLabel.id, QStringLiteral("-1"));
-    QCOMPARE(offLabel.descr, QStringLiteral("Brak wskazań"));
-    QCOMPARE(indicationsById(QStringLiteral("-1")), QString());
+    QCOMPARE(QStringList({level.id, level.name, level.descr, scope.id, scope.name, scope.descr, offLabel.id,
+                          offLabel.descr, indicationsById(QStringLiteral("-1"))}),
+             QStringList({"-1", "100%", "Pełna odpłatność", "-1",
+                          "Refundacja we wszystkich zarejestrowanych wskazaniach (patrz wskazania wg ChPL).", "",
+                          "-1", "Brak wskazań", ""}));
 
     // Any other id goes to the (missing) table and comes back empty.
     QTest::ignoreMessage(QtDebugMsg, QRegularExpression(QStringLiteral("^Database error.*no such table: xs")));
@@ -490,21 +484,16 @@ void TestDrugDatabase::pharmacies()
     QCOMPARE(searchPharmacies(QString(), 2).size(), 2);
     QVERIFY(searchPharmacies(QStringLiteral("'"), 100).isEmpty());
 
-    const QList<PharmacyOpenHoursType> types = pharmacyOpenHoursTypes();
-    QCOMPARE(types.size(), 2);
-    QCOMPARE(types.at(0).name + "/" + types.at(0).namePl, QStringLiteral("weekday/Dni robocze"));
-    const QList<PharmacyOpenHours> hours = pharmacyOpenHours(1);
-    QCOMPARE(hours.size(), 2);
-    QCOMPARE(QString::number(hours.at(1).typeId) + "/" + hours.at(1).startHour + "/" + hours.at(1).endHour,
+    // Types by id; hours of one pharmacy only.
+    QCOMPARE(pharmacyOpenHoursTypes().value(0).namePl, QStringLiteral("Dni robocze"));
+    const PharmacyOpenHours saturday = pharmacyOpenHours(1).value(1);
+    QCOMPARE(QString::number(saturday.typeId) + "/" + saturday.startHour + "/" + saturday.endHour,
              QStringLiteral("2/09:00/14:00"));
 }
 
 void TestDrugDatabase::recipes()
 {
-    const QList<RecipeGroup> groups = recipeGroups();
-    QCOMPARE(groups.size(), 2);
-    QCOMPARE(QString::number(groups.at(1).id) + "/" + groups.at(1).name, QStringLiteral("2/Krople"));
-
+    QCOMPARE(recipeGroups().value(1).name, QStringLiteral("Krople"));
     // A drug without a recipe isn't listed.
     QVERIFY(recipeDrugsOfGroup(2).isEmpty());
     const RecipeDrug ointment = recipeDrugsOfGroup(1).value(0);
@@ -582,18 +571,14 @@ void TestDrugDatabase::workerThreadHasItsOwnConnection()
 {
     QCOMPARE(drugByVid(QStringLiteral("1")).name, QStringLiteral("Apap"));
     QString workerConnection;
-    bool workerOpen = false;
     QString workerDrug;
     std::unique_ptr<QThread> worker(QThread::create([&] {
-        const QSqlDatabase db = databaseHandle(drugDatabaseName);
-        workerConnection = db.connectionName();
-        workerOpen = db.isOpen();
+        workerConnection = databaseHandle(drugDatabaseName).connectionName();
         workerDrug = drugByVid(QStringLiteral("2")).name;
     }));
     worker->start();
     QVERIFY(worker->wait(30000));
 
-    QVERIFY(workerOpen);
     QCOMPARE(workerDrug, QStringLiteral("Paracetamol Biofarm"));
     QVERIFY(workerConnection != drugDatabaseName);
     // Gone with its thread, and the main thread's connection untouched.
@@ -629,10 +614,6 @@ void TestDrugDatabase::brokenFiles()
     QVERIFY(DrugDatabase::drugByEan(QStringLiteral("5909990733828")).vid.isEmpty());
     QVERIFY(DrugDatabase::searchDrugs({QStringLiteral("apap")}, 20).isEmpty());
     QVERIFY(warningsOf(QStringLiteral("1")).isEmpty());
-    QVERIFY(substitutesOf(Drug()).isEmpty());
-    QVERIFY(dataVersion().isEmpty());
-    QVERIFY(randomAdvert().data.isEmpty());
-    QVERIFY(recipeGroups().isEmpty());
     QCOMPARE(refundLevelById(QStringLiteral("-1")).name, QStringLiteral("100%"));
 }
 
