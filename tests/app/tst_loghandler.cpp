@@ -17,7 +17,6 @@ private slots:
     void lineFormat();
     void linesOfManyThreadsStayWhole();
     void unopenableLogLosesLinesSilently();
-    void qtdirSendsLinesToStandardError();
 };
 
 void tst_LogHandler::lineFormat_data()
@@ -125,21 +124,6 @@ void tst_LogHandler::unopenableLogLosesLinesSilently()
     QtMessageHandler previous = qInstallMessageHandler(LogHandler::messageHandler);
     qDebug() << "this line has nowhere to go";
     qInstallMessageHandler(previous);
-}
-
-void tst_LogHandler::qtdirSendsLinesToStandardError()
-{
-    QTemporaryDir dir;
-    QVERIFY(dir.isValid());
-    const QString previousDir = QDir::currentPath();
-    QVERIFY(QDir::setCurrent(dir.path()));
-    qputenv("QTDIR", "/opt/qt");
-    FILE* stream = LogHandler::openLogStream();
-    qputenv("QTDIR", "");
-    QDir::setCurrent(previousDir);
-
-    QCOMPARE(stream, stderr);
-    QVERIFY(!QFile::exists(dir.filePath(QStringLiteral("log.log"))));
 }
 
 QTEST_GUILESS_MAIN(tst_LogHandler)
