@@ -126,11 +126,8 @@ void TestPriceItem::formLetsLinksOpen()
     PriceItem item;
     auto* description = item.findChild<QLabel*>(QStringLiteral("description"));
     QVERIFY(description);
-    QCOMPARE(description->textFormat(), Qt::RichText);
-    QVERIFY(description->wordWrap());
     QVERIFY(description->openExternalLinks());
-    QCOMPARE(description->textInteractionFlags(),
-             Qt::TextSelectableByMouse | Qt::LinksAccessibleByMouse | Qt::LinksAccessibleByKeyboard);
+    QVERIFY(description->textInteractionFlags() & Qt::LinksAccessibleByMouse);
     QCOMPARE(item.findChild<QLabel*>(QStringLiteral("xsName"))->text(), QStringLiteral("100%"));
 }
 
