@@ -45,8 +45,6 @@ private slots:
     void cleanup();
     void cleanupTestCase();
 
-    void labelBars_data();
-    void labelBars();
     void searchWaitsForPauseInTyping();
     void popupSize_data();
     void popupSize();
@@ -113,33 +111,6 @@ void tst_SearchLookup::typeAndWaitForPopup(const QString& text)
     QTest::keyClicks(editor, text);
     QTRY_VERIFY(popup->isVisible());
     QVERIFY(!timer->isActive());
-}
-
-void tst_SearchLookup::labelBars_data()
-{
-    QTest::addColumn<QString>("box");
-    QTest::addColumn<QString>("dose");
-    QTest::addColumn<QString>("kind");
-    QTest::addColumn<QString>("boxText");
-    QTest::addColumn<QString>("doseText");
-
-    QTest::newRow("box, dose and form") << "30 szt." << "500 mg" << "tabletki" << "30 szt. |" << "500 mg |";
-    QTest::newRow("no form") << "30 szt." << "500 mg" << "" << "30 szt. |" << "500 mg";
-    QTest::newRow("no dose") << "30 szt." << "" << "tabletki" << "30 szt. |" << "";
-    QTest::newRow("box only") << "30 szt." << "" << "" << "30 szt." << "";
-}
-
-void tst_SearchLookup::labelBars()
-{
-    QFETCH(QString, box);
-    QFETCH(QString, dose);
-    QFETCH(QString, kind);
-    Drug drug;
-    drug.box = box;
-    drug.dose = dose;
-    drug.kind = kind;
-    QTEST(SearchLookupItem::boxText(drug), "boxText");
-    QTEST(SearchLookupItem::doseText(drug), "doseText");
 }
 
 void tst_SearchLookup::searchWaitsForPauseInTyping()
