@@ -9,4 +9,7 @@ namespace TestSupport {
 // ends a line. Failing statements are logged; returns whether all ran.
 bool buildDatabase(const QString& path, const QString& sql);
 
+// Every table of the drug database, empty, for fixtures to fill.
+QString drugSchema();
+
 } // namespace TestSupport

@@ -20,38 +20,6 @@ using TestSupport::buildDatabase;
 
 namespace {
 
-const char schemaSql[] = R"sql(
-CREATE TABLE v (vid INTEGER, name TEXT, pid INTEGER, gid INTEGER, kind TEXT, dose TEXT, box TEXT,
-                company TEXT, prices TEXT, iid INTEGER, leaflet TEXT, warns TEXT);
-CREATE TABLE g (gid INTEGER, inn TEXT);
-CREATE TABLE xp (id INTEGER, name TEXT);
-CREATE TABLE ve (vid INTEGER, ekd TEXT);
-CREATE TABLE vm (vid INTEGER, mid INTEGER);
-CREATE TABLE m (id INTEGER, name TEXT);
-CREATE TABLE postac_match (postac TEXT, match_ix INTEGER);
-CREATE TABLE xs (id INTEGER, name TEXT, descr TEXT);
-CREATE TABLE d (id INTEGER, name TEXT, descr TEXT);
-CREATE TABLE x (id INTEGER, descr TEXT);
-CREATE TABLE i (id INTEGER, descr TEXT);
-CREATE TABLE z (gid INTEGER, caption TEXT, value TEXT);
-CREATE TABLE w (id INTEGER, parent_id INTEGER, name TEXT, descr TEXT);
-CREATE TABLE food (wid INTEGER);
-CREATE TABLE vg (id INTEGER, version_id INTEGER, kind_id INTEGER, date TEXT, path TEXT);
-CREATE TABLE gk (id INTEGER, name TEXT, descr TEXT);
-CREATE TABLE o (id INTEGER, xkey TEXT, xvalue TEXT);
-CREATE TABLE o_url (oid INTEGER, url TEXT);
-CREATE TABLE gb (oid INTEGER, gid INTEGER);
-CREATE TABLE pharmacy (id INTEGER, name TEXT, street TEXT, zip TEXT, city TEXT, phone TEXT, email TEXT, www TEXT);
-CREATE TABLE pharmacy_open_hours_type (id INTEGER, name TEXT, name_pl TEXT);
-CREATE TABLE pharmacy_open_hours (pharmacy_id INTEGER, type_id INTEGER, start_hour TEXT, end_hour TEXT);
-CREATE TABLE rec_group (id INTEGER, name TEXT);
-CREATE TABLE rec_drug (id INTEGER, name TEXT, id_group INTEGER, synon TEXT);
-CREATE TABLE rec_recipe (id INTEGER, id_drug INTEGER, name TEXT, realization TEXT, use_text TEXT, comments TEXT);
-CREATE TABLE rec_substance (id INTEGER, name TEXT, effect TEXT);
-CREATE TABLE rec_connection (id INTEGER, id_rec INTEGER, id_sub INTEGER, amount TEXT, additional TEXT, note TEXT);
-CREATE TABLE cfg (key TEXT, val TEXT);
-)sql";
-
 const char drugsSql[] = R"sql(
 INSERT INTO xp VALUES (1, 'Dopuszczony'), (2, 'Wycofany');
 INSERT INTO g VALUES (100, 'Paracetamolum'), (200, 'Ibuprofenum'), (300, 'Praeparatum compositum'), (400, 'Nystatinum');
@@ -176,7 +144,7 @@ void TestDrugDatabase::initTestCase()
     tzset();
     QVERIFY(fixtureDir.isValid());
     QVERIFY(buildDatabase(fixtureDir.filePath(drugDatabaseName),
-                          QString::fromUtf8(schemaSql) + QString::fromUtf8(drugsSql)));
+                          TestSupport::drugSchema() + QString::fromUtf8(drugsSql)));
 }
 
 void TestDrugDatabase::init()
@@ -462,7 +430,7 @@ void TestDrugDatabase::adverts()
     QCOMPARE(QStringList({advert.data, advert.type, advert.url, advert.gid}).join('/'),
              QStringLiteral("aGVsbG8=/banner//"));
 
-    useDatabase(QString::fromUtf8(schemaSql)
+    useDatabase(TestSupport::drugSchema()
                 + QStringLiteral("INSERT INTO o VALUES (4, 'leaflet', 'eA==');\n"
                                  "INSERT INTO o_url VALUES (4, 'http://example.invalid/a');\n"
                                  "INSERT INTO gb VALUES (4, 100);\nINSERT INTO g VALUES (100, 'Paracetamolum');\n"));
@@ -558,7 +526,7 @@ void TestDrugDatabase::reopensAfterClose()
     const QString copy = path + QStringLiteral(".orig");
     closeDatabase();
     QVERIFY(QFile::rename(path, copy));
-    QVERIFY(buildDatabase(path, QString::fromUtf8(schemaSql)
+    QVERIFY(buildDatabase(path, TestSupport::drugSchema()
                                     + QStringLiteral("INSERT INTO v (vid, name, gid, prices) VALUES (1, 'Nowy Apap', 100, '');\n")));
     QCOMPARE(drugByVid(QStringLiteral("1")).name, QStringLiteral("Nowy Apap"));
     closeDatabase();

@@ -16,25 +16,7 @@ namespace PageFixture {
 inline bool createDatabase(const QString& dir)
 {
     // vid is no primary key, so a table scan gives the rows in the order written.
-    QString sql = QStringLiteral(R"sql(
-CREATE TABLE v (vid INTEGER, name TEXT, pid INTEGER, gid INTEGER, kind TEXT, dose TEXT, box TEXT,
-                company TEXT, prices TEXT, iid TEXT, leaflet TEXT, warns TEXT);
-CREATE TABLE g (gid INTEGER, inn TEXT);
-CREATE TABLE xp (id INTEGER, name TEXT);
-CREATE TABLE ve (vid INTEGER, ekd TEXT);
-CREATE TABLE vm (vid INTEGER, mid INTEGER);
-CREATE TABLE m (id INTEGER, name TEXT);
-CREATE TABLE postac_match (postac TEXT, match_ix INTEGER);
-CREATE TABLE xs (id INTEGER, name TEXT, descr TEXT);
-CREATE TABLE d (id INTEGER, name TEXT, descr TEXT);
-CREATE TABLE x (id INTEGER, descr TEXT);
-CREATE TABLE i (id INTEGER, descr TEXT);
-CREATE TABLE z (gid INTEGER, caption TEXT, value TEXT);
-CREATE TABLE w (id INTEGER, parent_id INTEGER, name TEXT, descr TEXT);
-CREATE TABLE food (wid INTEGER);
-CREATE TABLE vg (id INTEGER, version_id INTEGER, kind_id INTEGER, date TEXT, path TEXT);
-CREATE TABLE gk (id INTEGER, name TEXT, descr TEXT);
-CREATE TABLE cfg (key TEXT, val TEXT);
+    QString sql = TestSupport::drugSchema() + QStringLiteral(R"sql(
 INSERT INTO cfg VALUES ('data_version', '1700000000');
 INSERT INTO xp VALUES (1, 'Rx');
 INSERT INTO g VALUES (100, 'Paracetamolum'), (300, 'Solum'), (400, 'Testum');

@@ -47,16 +47,6 @@ QStringList vids(const QList<Drug>& drugs)
 // Packages of ibuprofen 10 mg: 1 is the one selected; 2, 3 and 4 are its
 // substitutes; 5 differs in the dose's spelling, 6 in the substance, 7 in the form.
 const char fixtureSql[] = R"sql(
-CREATE TABLE v (vid INTEGER, name TEXT, pid INTEGER, gid INTEGER, kind TEXT, dose TEXT, box TEXT,
-                company TEXT, prices TEXT, iid TEXT, leaflet TEXT, warns TEXT);
-CREATE TABLE g (gid INTEGER, inn TEXT);
-CREATE TABLE xp (id INTEGER, name TEXT);
-CREATE TABLE vm (vid INTEGER, mid INTEGER);
-CREATE TABLE m (id INTEGER, name TEXT);
-CREATE TABLE postac_match (postac TEXT, match_ix INTEGER);
-CREATE TABLE xs (id INTEGER, name TEXT, descr TEXT);
-CREATE TABLE d (id INTEGER, name TEXT, descr TEXT);
-CREATE TABLE x (id INTEGER, descr TEXT);
 INSERT INTO g VALUES (100, 'Ibuprofenum'), (101, 'Paracetamolum');
 INSERT INTO xp VALUES (1, 'Rx');
 INSERT INTO m VALUES (10, 'Ibuprofenum'), (11, 'Paracetamolum');
@@ -107,7 +97,7 @@ void TestDrugSubstitutes::initTestCase()
     setProgramDir(programFolder.path());
 
     QVERIFY(TestSupport::buildDatabase(programFolder.filePath(DrugDatabase::drugDatabaseName),
-                                       QString::fromUtf8(fixtureSql)));
+                                       TestSupport::drugSchema() + QString::fromUtf8(fixtureSql)));
 
     DrugSubstituteViewModel::connectToDrugViewModel();
 }
