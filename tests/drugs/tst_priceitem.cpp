@@ -37,7 +37,6 @@ private slots:
     void descriptionText_data();
     void descriptionText();
     void formLetsLinksOpen();
-    void secondFillReplacesFirst();
 };
 
 void TestPriceItem::initTestCase()
@@ -129,23 +128,6 @@ void TestPriceItem::formLetsLinksOpen()
     QVERIFY(description->openExternalLinks());
     QVERIFY(description->textInteractionFlags() & Qt::LinksAccessibleByMouse);
     QCOMPARE(item.findChild<QLabel*>(QStringLiteral("xsName"))->text(), QStringLiteral("100%"));
-}
-
-void TestPriceItem::secondFillReplacesFirst()
-{
-    PriceItem item(makePrice(QStringLiteral("30%"), QStringLiteral("12,50"), QStringLiteral("Nowotwory"),
-                             QString(), QStringLiteral("Zapobieganie wymiotom")),
-                   nullptr);
-
-    DrugPrice fullPrice = makePrice(QStringLiteral("100%"), QStringLiteral("x"), QStringLiteral("Nowotwory"),
-                                    QString(), QStringLiteral("Zapobieganie wymiotom"));
-    fullPrice.level.descr = QStringLiteral("Pełna odpłatność");
-    item.setData(fullPrice);
-
-    QCOMPARE(item.findChild<QLabel*>(QStringLiteral("xsName"))->text(), QStringLiteral("100%"));
-    QCOMPARE(item.findChild<QLabel*>(QStringLiteral("xsDescription"))->text(), QStringLiteral("Pełna odpłatność"));
-    QCOMPARE(item.findChild<QLabel*>(QStringLiteral("value"))->text(), QStringLiteral("bd."));
-    QCOMPARE(item.findChild<QLabel*>(QStringLiteral("description"))->text(), QString());
 }
 
 QTEST_MAIN(TestPriceItem)
