@@ -18,7 +18,6 @@ private slots:
     void pictureLoads_data();
     void pictureLoads();
     void everyWarningPictogramIsItsOwn();
-    void warningOutsideTheSetHasNoPictogram();
 };
 
 void tst_Resources::pictureLoads_data()
@@ -58,13 +57,6 @@ void tst_Resources::everyWarningPictogramIsItsOwn()
         seen.insert(pixels);
     }
     QCOMPARE(seen.size(), 67);
-}
-
-void tst_Resources::warningOutsideTheSetHasNoPictogram()
-{
-    QVERIFY(!QFileInfo(QStringLiteral(":/icons/14478649.png")).exists());
-    QVERIFY(!QFileInfo(QStringLiteral(":/icons/14478717.png")).exists());
-    QVERIFY(!QFileInfo(QStringLiteral(":/icons/99000001.png")).exists());
 }
 
 QTEST_MAIN(tst_Resources)
