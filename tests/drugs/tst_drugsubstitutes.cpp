@@ -121,7 +121,6 @@ void TestDrugSubstitutes::priceRowOrder_data()
     QTest::newRow("level decides before an unpriced row") << "3" << "x" << "4" << "1,00" << true << false;
     QTest::newRow("cheaper first: 3,50 before 12.00") << "5" << "3,50" << "5" << "12.00" << true << false;
     QTest::newRow("priced before x") << "5" << "99,99" << "5" << "x" << true << false;
-    QTest::newRow("priced before empty") << "5" << "1" << "5" << "" << true << false;
     QTest::newRow("zero counts as no price") << "5" << "0,00" << "5" << "7,00" << false << true;
     QTest::newRow("two unpriced rows tie") << "5" << "-" << "5" << "x" << false << false;
     QTest::newRow("same amount, other separator, ties") << "5" << "3,50" << "5" << "3.5" << false << false;
