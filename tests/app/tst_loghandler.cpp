@@ -15,10 +15,8 @@ class tst_LogHandler : public QObject {
 private slots:
     void lineFormat_data();
     void lineFormat();
-    void multiLineMessageKeepsOnePrefix();
     void linesOfManyThreadsStayWhole();
     void unopenableLogLosesLinesSilently();
-    void qtdirSendsLinesToStandardError();
 };
 
 void tst_LogHandler::lineFormat_data()
@@ -47,6 +45,9 @@ void tst_LogHandler::lineFormat_data()
         << int(QtDebugMsg) << QByteArray() << 0 << QByteArray() << QStringLiteral("Zażółć gęślą jaźń")
         << QByteArray("2026-03-04 05:06:07 Debug: [:0, ] ") + QStringLiteral("Zażółć gęślą jaźń").toLocal8Bit()
             + QByteArray("\n");
+    QTest::newRow("a message of two lines keeps one prefix")
+        << int(QtDebugMsg) << QByteArray() << 0 << QByteArray() << QStringLiteral("first\nsecond")
+        << QByteArray("2026-03-04 05:06:07 Debug: [:0, ] first\nsecond\n");
 }
 
 void tst_LogHandler::lineFormat()
@@ -62,14 +63,6 @@ void tst_LogHandler::lineFormat()
                                      function.isNull() ? nullptr : function.constData(), "default");
     const QDateTime time(QDate(2026, 3, 4), QTime(5, 6, 7));
     QCOMPARE(LogHandler::formatLine(QtMsgType(type), context, message, time), expected);
-}
-
-void tst_LogHandler::multiLineMessageKeepsOnePrefix()
-{
-    const QMessageLogContext context;
-    const QByteArray line = LogHandler::formatLine(QtDebugMsg, context, QStringLiteral("first\nsecond"),
-                                                   QDateTime(QDate(2026, 1, 2), QTime(3, 4, 5)));
-    QCOMPARE(line, QByteArray("2026-01-02 03:04:05 Debug: [:0, ] first\nsecond\n"));
 }
 
 void tst_LogHandler::linesOfManyThreadsStayWhole()
@@ -131,21 +124,6 @@ void tst_LogHandler::unopenableLogLosesLinesSilently()
     QtMessageHandler previous = qInstallMessageHandler(LogHandler::messageHandler);
     qDebug() << "this line has nowhere to go";
     qInstallMessageHandler(previous);
-}
-
-void tst_LogHandler::qtdirSendsLinesToStandardError()
-{
-    QTemporaryDir dir;
-    QVERIFY(dir.isValid());
-    const QString previousDir = QDir::currentPath();
-    QVERIFY(QDir::setCurrent(dir.path()));
-    qputenv("QTDIR", "/opt/qt");
-    FILE* stream = LogHandler::openLogStream();
-    qputenv("QTDIR", "");
-    QDir::setCurrent(previousDir);
-
-    QCOMPARE(stream, stderr);
-    QVERIFY(!QFile::exists(dir.filePath(QStringLiteral("log.log"))));
 }
 
 QTEST_GUILESS_MAIN(tst_LogHandler)

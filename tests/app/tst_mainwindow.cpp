@@ -1,6 +1,7 @@
 #include "appdir.h"
 #include "db/drugdatabase.h"
 #include "mainwindow.h"
+#include "testsupport.h"
 
 #include <QAbstractButton>
 #include <QAction>
@@ -12,8 +13,6 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QMessageBox>
-#include <QSqlDatabase>
-#include <QSqlQuery>
 #include <QStandardPaths>
 #include <QSystemTrayIcon>
 #include <QTemporaryDir>
@@ -74,7 +73,6 @@ private slots:
     void quitAsksAndNoKeepsRunning();
     void removeTemporaryFiles_data();
     void removeTemporaryFiles();
-    void pagesSwitch();
     void cleanupTestCase();
 
 private:
@@ -87,17 +85,9 @@ void tst_MainWindow::initTestCase()
     QStandardPaths::setTestModeEnabled(true);
     QVERIFY(dir.isValid());
     setProgramDir(dir.path());
-    {
-        QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("fixture"));
-        db.setDatabaseName(dir.filePath(DrugDatabase::drugDatabaseName));
-        QVERIFY(db.open());
-        QSqlQuery query(db);
-        QVERIFY(query.exec(QStringLiteral("CREATE TABLE cfg (key TEXT, val TEXT)")));
-        QVERIFY(query.exec(QStringLiteral("INSERT INTO cfg VALUES ('data_version', '1700000000')")));
-        QVERIFY(query.exec(QStringLiteral("INSERT INTO cfg VALUES ('list_date', '2026-11-01')")));
-        db.close();
-    }
-    QSqlDatabase::removeDatabase(QStringLiteral("fixture"));
+    QVERIFY(TestSupport::buildDatabase(dir.filePath(DrugDatabase::drugDatabaseName),
+                                       QStringLiteral("CREATE TABLE cfg (key TEXT, val TEXT);\n"
+                                                      "INSERT INTO cfg VALUES ('data_version', '1700000000');\n")));
 
     QCoreApplication::setApplicationVersion(QStringLiteral("1.6.5.0"));
     window = std::make_unique<MainWindow>(nullptr);
@@ -206,19 +196,6 @@ void tst_MainWindow::removeTemporaryFiles()
     // Folders below temp/ and what is in them stay.
     QVERIFY(QFile::exists(dir.filePath(QStringLiteral("temp/pages/0.png"))));
     QVERIFY(QFile::exists(dir.filePath(QStringLiteral("corvane_quillard_desktop.sqlite3"))));
-}
-
-void tst_MainWindow::pagesSwitch()
-{
-    QWidget* drugBase = window->findChild<QWidget*>(QStringLiteral("drugBase"));
-    QWidget* recipes = window->findChild<QWidget*>(QStringLiteral("recipes"));
-    QVERIFY(drugBase && recipes);
-    window->showRecipesPage();
-    QVERIFY(drugBase->isHidden());
-    QVERIFY(!recipes->isHidden());
-    window->showDrugPage();
-    QVERIFY(!drugBase->isHidden());
-    QVERIFY(recipes->isHidden());
 }
 
 void tst_MainWindow::cleanupTestCase()

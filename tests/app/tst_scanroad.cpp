@@ -27,8 +27,7 @@ class tst_ScanRoad : public QObject {
 private slots:
     void initTestCase();
     void scanWhileAnotherProgramHasTheFocus();
-    void twelveDigitsAndReturnDoNothing();
-    void unknownCodeChangesNothing();
+    void shortOrUnknownCodeChangesNothing();
     void scanIntoOurSearchLineIsTakenOut();
     void cleanupTestCase();
 
@@ -125,19 +124,11 @@ void tst_ScanRoad::scanWhileAnotherProgramHasTheFocus()
     QVERIFY(window->isHidden());
 }
 
-void tst_ScanRoad::twelveDigitsAndReturnDoNothing()
+void tst_ScanRoad::shortOrUnknownCodeChangesNothing()
 {
     const int before = selectedCount();
     QVERIFY(xdotool({ QStringLiteral("type"), QStringLiteral("--delay"), QStringLiteral("20"), ean.left(12) }));
     QVERIFY(xdotool({ QStringLiteral("key"), QStringLiteral("Return") }));
-    QTRY_VERIFY(foreignText().endsWith(ean.left(12)));
-    QTest::qWait(300);
-    QCOMPARE(selectedCount(), before);
-}
-
-void tst_ScanRoad::unknownCodeChangesNothing()
-{
-    const int before = selectedCount();
     // No package of the demo database has a code starting with 000.
     QVERIFY(xdotool({ QStringLiteral("type"), QStringLiteral("--delay"), QStringLiteral("20"), QStringLiteral("0000000000000") }));
     QTRY_VERIFY(foreignText().endsWith(QLatin1String("0000000000000")));

@@ -1,9 +1,9 @@
+#include "testsupport.h"
+
 #include <QDir>
 #include <QFile>
 #include <QLocalSocket>
 #include <QProcess>
-#include <QSqlDatabase>
-#include <QSqlQuery>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -32,16 +32,9 @@ void tst_SingleInstance::initTestCase()
     // beside it, as an installation has it.
     program = dir.filePath(QStringLiteral("quillard"));
     QVERIFY(QFile::copy(QStringLiteral(QUILLARD_BINARY_DIR "/bin/quillard"), program));
-    {
-        QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("fixture"));
-        db.setDatabaseName(dir.filePath(QStringLiteral("corvane_quillard_desktop.sqlite3")));
-        QVERIFY(db.open());
-        QSqlQuery query(db);
-        QVERIFY(query.exec(QStringLiteral("CREATE TABLE cfg (key TEXT, val TEXT)")));
-        QVERIFY(query.exec(QStringLiteral("INSERT INTO cfg VALUES ('data_version', '1700000000')")));
-        db.close();
-    }
-    QSqlDatabase::removeDatabase(QStringLiteral("fixture"));
+    QVERIFY(TestSupport::buildDatabase(dir.filePath(QStringLiteral("corvane_quillard_desktop.sqlite3")),
+                                       QStringLiteral("CREATE TABLE cfg (key TEXT, val TEXT);\n"
+                                                      "INSERT INTO cfg VALUES ('data_version', '1700000000');\n")));
 
     QLocalSocket probe;
     probe.connectToServer(QStringLiteral("CorvaneQuillardKey"));

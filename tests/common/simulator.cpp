@@ -106,6 +106,12 @@ bool Simulator::setFault(const QString& key, const QString& mode, const QString&
     return control(request).contains("\"ok\"");
 }
 
+bool Simulator::setValue(const QString& key, const QString& value)
+{
+    return control(QStringLiteral("/_sim/set?key=") + encoded(key) + QStringLiteral("&value=") + encoded(value))
+        .contains("\"ok\"");
+}
+
 bool Simulator::reset()
 {
     return control(QStringLiteral("/_sim/reset")).contains("\"ok\"");

@@ -10,6 +10,7 @@
 // Control requests of the simulator (plain GETs):
 //   /_sim/fault?key=<path or path?a=value>&mode=<mode>[&target=<path>]
 //       modes: none, 404, 500, 302, 301, 302loop, slow, truncated, noanswer, badjson
+//   /_sim/set?key=<name>&value=<text>  a value the endpoints answer with
 //   /_sim/reset                    faults off, records emptied
 //   /_sim/records?path=<path>      JSON array of {method, path, query, headers, body}
 class Simulator {
@@ -28,6 +29,7 @@ public:
     QString baseUrl() const;
 
     bool setFault(const QString& key, const QString& mode, const QString& target = QString());
+    bool setValue(const QString& key, const QString& value);
     bool reset();
     QJsonArray records(const QString& path);
 

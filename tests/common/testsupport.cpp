@@ -1,10 +1,71 @@
 #include "testsupport.h"
 
+#include <QDebug>
+#include <QRegularExpression>
+#include <QSqlDatabase>
+#include <QSqlError>
+#include <QSqlQuery>
+
 namespace TestSupport {
 
-QString sourceDir()
+QString drugSchema()
 {
-    return QStringLiteral(QUILLARD_SOURCE_DIR);
+    return QStringLiteral(R"sql(
+CREATE TABLE v (vid INTEGER, name TEXT, pid INTEGER, gid INTEGER, kind TEXT, dose TEXT, box TEXT,
+                company TEXT, prices TEXT, iid INTEGER, leaflet TEXT, warns TEXT);
+CREATE TABLE g (gid INTEGER, inn TEXT);
+CREATE TABLE xp (id INTEGER, name TEXT);
+CREATE TABLE ve (vid INTEGER, ekd TEXT);
+CREATE TABLE vm (vid INTEGER, mid INTEGER);
+CREATE TABLE m (id INTEGER, name TEXT);
+CREATE TABLE postac_match (postac TEXT, match_ix INTEGER);
+CREATE TABLE xs (id INTEGER, name TEXT, descr TEXT);
+CREATE TABLE d (id INTEGER, name TEXT, descr TEXT);
+CREATE TABLE x (id INTEGER, descr TEXT);
+CREATE TABLE i (id INTEGER, descr TEXT);
+CREATE TABLE z (gid INTEGER, caption TEXT, value TEXT);
+CREATE TABLE w (id INTEGER, parent_id INTEGER, name TEXT, descr TEXT);
+CREATE TABLE food (wid INTEGER);
+CREATE TABLE vg (id INTEGER, version_id INTEGER, kind_id INTEGER, date TEXT, path TEXT);
+CREATE TABLE gk (id INTEGER, name TEXT, descr TEXT);
+CREATE TABLE o (id INTEGER, xkey TEXT, xvalue TEXT);
+CREATE TABLE o_url (oid INTEGER, url TEXT);
+CREATE TABLE gb (oid INTEGER, gid INTEGER);
+CREATE TABLE pharmacy (id INTEGER, name TEXT, street TEXT, zip TEXT, city TEXT, phone TEXT, email TEXT, www TEXT);
+CREATE TABLE pharmacy_open_hours_type (id INTEGER, name TEXT, name_pl TEXT);
+CREATE TABLE pharmacy_open_hours (pharmacy_id INTEGER, type_id INTEGER, start_hour TEXT, end_hour TEXT);
+CREATE TABLE rec_group (id INTEGER, name TEXT);
+CREATE TABLE rec_drug (id INTEGER, name TEXT, id_group INTEGER, synon TEXT);
+CREATE TABLE rec_recipe (id INTEGER, id_drug INTEGER, name TEXT, realization TEXT, use_text TEXT, comments TEXT);
+CREATE TABLE rec_substance (id INTEGER, name TEXT, effect TEXT);
+CREATE TABLE rec_connection (id INTEGER, id_rec INTEGER, id_sub INTEGER, amount TEXT, additional TEXT, note TEXT);
+CREATE TABLE cfg (key TEXT, val TEXT);
+)sql");
+}
+
+bool buildDatabase(const QString& path, const QString& sql)
+{
+    static int serial = 0;
+    const QString connectionName = QStringLiteral("fixture-%1").arg(++serial);
+    bool ok = true;
+    {
+        QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), connectionName);
+        db.setDatabaseName(path);
+        ok = db.open();
+        const QStringList statements = sql.split(QRegularExpression(QStringLiteral(";\\s*\\n")));
+        for (const QString& statement : statements) {
+            if (!ok || statement.trimmed().isEmpty())
+                continue;
+            QSqlQuery query(db);
+            if (!query.exec(statement)) {
+                qWarning() << query.lastError().text() << statement;
+                ok = false;
+            }
+        }
+        db.close();
+    }
+    QSqlDatabase::removeDatabase(connectionName);
+    return ok;
 }
 
 } // namespace TestSupport

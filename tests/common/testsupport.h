@@ -5,7 +5,11 @@
 // Helpers shared by the tests.
 namespace TestSupport {
 
-// The source tree, for fixtures kept beside the tests.
-QString sourceDir();
+// Writes a new SQLite file at `path` from `sql`, one statement per ";" that
+// ends a line. Failing statements are logged; returns whether all ran.
+bool buildDatabase(const QString& path, const QString& sql);
+
+// Every table of the drug database, empty, for fixtures to fill.
+QString drugSchema();
 
 } // namespace TestSupport
