@@ -24,19 +24,8 @@ import zlib
 HERE = os.path.dirname(os.path.abspath(__file__))
 SIMULATOR = os.path.join(HERE, "simulator.py")
 
-DESKTOP_POST_PATHS = [
-    "/desktop/new_drug_image.php",
-    "/desktop/registration/user_pharmacy.php",
-    "/desktop/registration/update_user_additional.php",
-    "/desktop/registration/update_user_pharmacy.php",
-    "/desktop/usage/scanned_ean.php",
-    "/desktop/usage/search.php",
-    "/desktop/usage/click.php",
-    "/desktop/usage/recipe_group.php",
-    "/desktop/usage/recipe_drug.php",
-    "/desktop/usage/substitute_view.php",
-    "/desktop/usage/substitute_click.php",
-]
+sys.path.insert(0, HERE)
+from simulator import DESKTOP_POST_PATHS  # noqa: E402  (the endpoints the simulator promises)
 
 DATABASE_SQL = """
 CREATE TABLE v (vid TEXT, name TEXT, gid TEXT, leaflet TEXT);
