@@ -5,7 +5,7 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 
 scripts/install-deps.sh
-cmake -S . -B build -DCMAKE_BUILD_TYPE=RelWithDebInfo
+cmake -S . -B build -DCMAKE_BUILD_TYPE=RelWithDebInfo -DQUILLARD_BUILD_TESTS=OFF -DQUILLARD_BUILD_BENCHMARKS=OFF
 cmake --build build -j"$(nproc)"
 
 port=18765
