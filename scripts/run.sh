@@ -14,7 +14,9 @@ if ! (exec 3<>"/dev/tcp/127.0.0.1/$port") 2>/dev/null; then
     python3 tools/simulator/simulator.py --port "$port" --db build/bin/corvane_quillard_desktop.sqlite3 \
         --state-dir build/simulator-state > build/simulator.out 2> build/simulator.log &
     simulator_pid=$!
-    trap '[ -n "$simulator_pid" ] && kill "$simulator_pid" 2>/dev/null || true' EXIT INT TERM
+    stop_simulator() { kill "$simulator_pid" 2>/dev/null || true; }
+    trap stop_simulator EXIT
+    trap 'stop_simulator; exit 130' INT TERM
     for _ in $(seq 1 50); do
         grep -q LISTENING build/simulator.out 2>/dev/null && break
         sleep 0.2
