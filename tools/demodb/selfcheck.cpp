@@ -64,30 +64,31 @@ void SelfCheck::expect(bool condition, const QString& problem)
         problems.append(problem);
 }
 
-QVariant SelfCheck::value(const QString& statement, const QVariantList& bound)
+bool SelfCheck::run(QSqlQuery& query, const QString& statement, const QVariantList& bound)
 {
-    QSqlQuery query(database);
     query.prepare(statement);
     for (int i = 0; i < bound.size(); ++i)
         query.bindValue(i, bound.at(i));
-    if (!query.exec()) {
-        problems.append(statement + QLatin1String(": ") + query.lastError().text());
+    if (query.exec())
+        return true;
+    problems.append(statement + QLatin1String(": ") + query.lastError().text());
+    return false;
+}
+
+QVariant SelfCheck::value(const QString& statement, const QVariantList& bound)
+{
+    QSqlQuery query(database);
+    if (!run(query, statement, bound))
         return {};
-    }
     return query.next() ? query.value(0) : QVariant();
 }
 
 QStringList SelfCheck::column(const QString& statement, const QVariantList& bound)
 {
     QSqlQuery query(database);
-    query.prepare(statement);
-    for (int i = 0; i < bound.size(); ++i)
-        query.bindValue(i, bound.at(i));
-    if (!query.exec()) {
-        problems.append(statement + QLatin1String(": ") + query.lastError().text());
-        return {};
-    }
     QStringList values;
+    if (!run(query, statement, bound))
+        return values;
     while (query.next())
         values.append(query.value(0).toString());
     return values;

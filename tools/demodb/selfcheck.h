@@ -1,5 +1,7 @@
 #pragma once
 
+class QSqlQuery;
+
 #include <QSqlDatabase>
 #include <QString>
 #include <QStringList>
@@ -39,6 +41,7 @@ private:
     void checkShowcase();
 
     QStringList substitutesOf(const QString& vid);
+    bool run(QSqlQuery& query, const QString& statement, const QVariantList& bound);
     QVariant value(const QString& statement, const QVariantList& bound = {});
     QStringList column(const QString& statement, const QVariantList& bound = {});
     void expect(bool condition, const QString& problem);
