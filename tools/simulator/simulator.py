@@ -13,6 +13,7 @@ log goes to stderr. See README.md beside this file.
 
 import argparse
 import base64
+import collections
 import hashlib
 import html
 import http.server
@@ -58,6 +59,19 @@ DESKTOP_POST_PATHS = (
 CONTROL_PATHS = ("/_sim/fault", "/_sim/reset", "/_sim/records", "/_sim/set", "/_sim/state")
 
 SENTRY_STORE = re.compile(r"^/api/([0-9]+)/store/?$")
+
+# The newest requests kept for /_sim/records; older ones are dropped, so that
+# a long run does not grow without end.
+MAX_RECORDS = 10000
+
+# "slow" spreads a body over at most this many seconds, as long as "noanswer"
+# holds a connection.
+MAX_FAULT_SECONDS = 900
+DECIMAL = re.compile(r"[0-9]+(\.[0-9]*)?|\.[0-9]+")
+
+# Group ids of package pictures: ASCII digits only (str.isdigit() and int()
+# also take other scripts' digits), and short enough for a 64-bit integer.
+GROUP_ID = re.compile(r"[0-9]{1,18}")
 
 
 def log(text):
@@ -213,7 +227,7 @@ class State:
         self.demodb_tool = demodb_tool
         self.stopping = threading.Event()
         self.faults = {}
-        self.records = []
+        self.records = collections.deque(maxlen=MAX_RECORDS)
         self.settings = {}
         self.catalogue = None  # what the database offers: paths, group ids, cfg
         self.archives = {}
@@ -223,7 +237,7 @@ class State:
     def reset(self):
         with self.lock:
             self.faults = {}
-            self.records = []
+            self.records.clear()
             self.settings = {"app_version": DEFAULT_APP_VERSION}
 
     # --- demo database -----------------------------------------------------
@@ -371,6 +385,16 @@ def key_matches(key, path, query_pairs):
         if pair not in query_pairs:
             return -1
     return rank + len(wanted)
+
+
+def fault_seconds(text):
+    """The seconds of a fault as a float, or None unless the text is a plain
+    decimal number within 0..MAX_FAULT_SECONDS ("nan", "inf", "-1" and "1e3"
+    are not)."""
+    if not DECIMAL.fullmatch(text):
+        return None
+    seconds = float(text)
+    return seconds if seconds <= MAX_FAULT_SECONDS else None
 
 
 # ---------------------------------------------------------------------------
@@ -593,10 +617,10 @@ class Handler(http.server.BaseHTTPRequestHandler):
             if not key or mode not in FAULT_MODES:
                 return json_reply({"status": "error", "message": "key and one of the modes %s needed"
                                    % ", ".join(FAULT_MODES)}, 400)
-            try:
-                seconds = float(params.get("seconds", "3"))
-            except ValueError:
-                seconds = 3.0
+            seconds = fault_seconds(params.get("seconds", "3"))
+            if seconds is None:
+                return json_reply({"status": "error", "message": "seconds must be a decimal number from 0 to %d"
+                                   % MAX_FAULT_SECONDS}, 400)
             state.set_fault(key, mode, params.get("target", ""), seconds, params.get("message", ""))
             return json_reply({"status": "ok", "key": key, "mode": mode})
         if path == "/_sim/records":
@@ -705,7 +729,7 @@ class Handler(http.server.BaseHTTPRequestHandler):
                              [("Content-Disposition", "attachment; filename=\"database.zip\"")])
         if action == "getImage":
             gid = params.get("id", "").strip()
-            if not gid.isdigit() or int(gid) % 5 == 0:
+            if not GROUP_ID.fullmatch(gid) or int(gid) % 5 == 0:
                 return json_reply([])
             picture = base64.b64encode(package_picture(int(gid))).decode("ascii")
             return json_reply([{"gid": gid, "src": picture}])

@@ -25,7 +25,7 @@ HERE = os.path.dirname(os.path.abspath(__file__))
 SIMULATOR = os.path.join(HERE, "simulator.py")
 
 sys.path.insert(0, HERE)
-from simulator import DESKTOP_POST_PATHS  # noqa: E402  (the endpoints the simulator promises)
+from simulator import DESKTOP_POST_PATHS, MAX_RECORDS, State  # noqa: E402
 
 DATABASE_SQL = """
 CREATE TABLE v (vid TEXT, name TEXT, gid TEXT, leaflet TEXT);
@@ -238,8 +238,10 @@ class SimulatorTest(unittest.TestCase):
         self.assertEqual(again[0]["src"], answer[0]["src"])
         other = self.json("/files/check.php?a=getImage&app=quillard&kind=desktop&id=8")
         self.assertNotEqual(other[0]["src"], answer[0]["src"])
-        for gid in ("10", "25", "", "abc"):
-            self.assertEqual(self.json("/files/check.php?a=getImage&id=" + gid), [], gid)
+        # Multiples of 5 have no picture; anything but a short run of ASCII
+        # digits is no group id, and never a server error.
+        for gid in ("10", "25", "", "abc", "-7", "7.0", "\u0667", "\uff17", "7" * 19, "7" * 5000):
+            self.assertEqual(self.json("/files/check.php?a=getImage&id=" + urllib.parse.quote(gid)), [], gid[:20])
 
     # --- documents ----------------------------------------------------------
 
@@ -352,8 +354,16 @@ class SimulatorTest(unittest.TestCase):
             waiting.recv(10)
         waiting.close()
 
-    def test_unknown_fault_mode_is_refused(self):
-        self.assertEqual(self.request("/_sim/fault?key=/&mode=explode")[0], 400)
+    def test_bad_faults_are_refused(self):
+        cases = {"unknown mode": {"mode": "explode"},
+                 **{"seconds " + repr(seconds): {"mode": "slow", "seconds": seconds}
+                    for seconds in ("", "abc", "nan", "inf", "-1", "1e3", "\u0663", "901")}}
+        for name, extra in cases.items():
+            query = urllib.parse.urlencode(dict(key="/", **extra))
+            self.assertEqual(self.request("/_sim/fault?" + query)[0], 400, name)
+        self.assertEqual(self.json("/_sim/state")["faults"], {})
+        for seconds in ("0", "0.25", "900"):
+            self.fault("/", "slow", seconds=seconds)
 
     def test_reset_clears_everything(self):
         self.fault("/", "500")
@@ -379,6 +389,20 @@ class SimulatorTest(unittest.TestCase):
                 pass
             connection.close()
         self.assertEqual(self.request("/")[0], 200)
+
+
+class RecordsTest(unittest.TestCase):
+    def test_only_the_newest_records_are_kept(self):
+        # A load test reads back about 1,000 usage records.
+        self.assertGreaterEqual(MAX_RECORDS, 2000)
+        state = State("", tempfile.gettempdir(), "")
+        for number in range(MAX_RECORDS + 3):
+            state.record({"method": "POST", "path": "/desktop/usage/click.php", "query": "n=%d" % number})
+        records = state.records_for("/desktop/usage/click.php")
+        self.assertEqual(len(records), MAX_RECORDS)
+        self.assertEqual((records[0]["query"], records[-1]["query"]), ("n=3", "n=%d" % (MAX_RECORDS + 2)))
+        state.reset()
+        self.assertEqual(state.records_for(None), [])
 
 
 class LifecycleTest(unittest.TestCase):
