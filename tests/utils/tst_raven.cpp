@@ -110,8 +110,7 @@ void TestRaven::eventWithoutGlobalTags_data()
     QTest::addColumn<QString>("levelName");
 
     QTest::newRow("warning, no tags") << 2 << QJsonObject() << QJsonObject() << "warning";
-    QTest::newRow("level 7 sent as error") << 7 << QJsonObject() << QJsonObject() << "error";
-    QTest::newRow("level -1 sent as error") << -1 << QJsonObject() << QJsonObject() << "error";
+    QTest::newRow("unknown level sent as error") << 7 << QJsonObject() << QJsonObject() << "error";
     QTest::newRow("own tag and extra") << 3 << QJsonObject { { "screen", "drug" } }
                                        << QJsonObject { { "vid", "12345" } } << "error";
 }
@@ -172,7 +171,6 @@ void TestRaven::globalTagsMerge_data()
     QTest::addColumn<QString>("env");
     QTest::addColumn<QString>("screen");
 
-    QTest::newRow("no own tags") << QJsonObject() << "Produkcja" << "";
     QTest::newRow("own tag kept beside the globals") << QJsonObject { { "screen", "drug" } } << "Produkcja"
                                                      << "drug";
     QTest::newRow("global tag overrides own") << QJsonObject { { "ENV", "Test" } } << "Produkcja" << "";
