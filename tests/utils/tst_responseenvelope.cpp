@@ -19,15 +19,11 @@ void TestResponseEnvelope::parse_data()
     QTest::newRow("accepted") << R"({"status":"success","message":""})" << true << "";
     QTest::newRow("capitalised status is no success") << R"({"status":"Success","message":""})" << false << "";
     QTest::newRow("status with a blank is no success") << R"({"status":"success ","message":""})" << false << "";
-    QTest::newRow("rejected with reason")
-        << R"j({"status":"error","message":"Brak klucza aplikacji (app_key)"})j" << false
-        << "Brak klucza aplikacji (app_key)";
-    QTest::newRow("Polish reason") << QString::fromUtf8(R"({"status":"error","message":"Nieprawidłowe dane"})")
-                                   << false << QString::fromUtf8("Nieprawidłowe dane");
+    QTest::newRow("rejected with a Polish reason")
+        << QString::fromUtf8(R"({"status":"error","message":"Nieprawidłowe dane"})") << false
+        << QString::fromUtf8("Nieprawidłowe dane");
     QTest::newRow("no status") << R"({"message":"x"})" << false << "x";
-    QTest::newRow("status not a string") << R"({"status":true,"message":""})" << false << "";
     QTest::newRow("not JSON") << "{not json" << false << "";
-    QTest::newRow("empty answer") << "" << false << "";
 }
 
 void TestResponseEnvelope::parse()
