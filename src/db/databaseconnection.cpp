@@ -1,6 +1,7 @@
 #include "databaseconnection.h"
 
 #include "appdir.h"
+#include "sqlitefolding.h"
 
 #include <QCoreApplication>
 #include <QDebug>
@@ -99,6 +100,8 @@ void DatabaseConnection::open()
         std::exit(1);
     }
     qDebug().noquote() << "Database error" << db.lastError().text();
+    if (!SqliteFolding::install(db))
+        qDebug() << "D/DatabaseConnection::open | SQLite folds only ASCII letters on" << name;
     // SQLite reads the file only at the first statement: a file that isn't a
     // database opens fine and shows up here as no tables.
     qDebug().noquote() << QStringLiteral("Table count: ") + QString::number(db.tables(QSql::Tables).size());

@@ -47,6 +47,8 @@ INSERT INTO v VALUES (14, 'Paracetamol Kaps', 1, 100, 'kapsułki', '500 mg', '10
 INSERT INTO v VALUES (15, 'Sierota', 1, 999, 'tabletki', '1 mg', '1 szt.', 'Nikt', '7|3,20', 5, '', '');
 INSERT INTO v VALUES (17, 'Hydrokortyzon krem', 1, 200, 'krem', '5%', '15 g', 'Jelfa', '-1|10,00|-1|-1', -1, '', '');
 INSERT INTO v VALUES (16, 'Nieznane odnośniki', 1, 200, 'tabletki', '1 mg', '1 szt.', 'Nikt', '8|1,00|13|4', 5, '', '');
+INSERT INTO v VALUES (18, 'Żelaza siarczan', 1, 400, 'tabletki', '100 mg', '50 szt.', 'Polfa', '', 5, '', '');
+INSERT INTO v VALUES (19, 'Miętówka', 1, 400, 'tabletki', '1 g', '20 szt.', 'Polfa', '', 5, '', '');
 
 INSERT INTO ve VALUES (1, '5909990733828'), (1, '5909990733835'), (2, '5909990000011'), (4, '5909990733842'),
                       (12, '590''123'), (15, '5900000000015');
@@ -73,10 +75,10 @@ INSERT INTO pharmacy_open_hours_type VALUES (2, 'saturday', 'Sobota'), (1, 'week
 INSERT INTO pharmacy_open_hours VALUES (1, 1, '08:00', '20:00'), (1, 2, '09:00', '14:00'), (2, 1, '07:00', '22:00');
 
 INSERT INTO rec_group VALUES (1, 'Maści'), (2, 'Krople');
-INSERT INTO rec_drug VALUES (10, 'Maść borna', 1, 'Unguentum boricum'), (11, 'Maść cynkowa', 1, 'Unguentum zinci'), (12, 'Krople żołądkowe', 2, '');
-INSERT INTO rec_recipe VALUES (100, 10, 'Maść borna 3%', 'Rozpuścić kwas', 'Zewnętrznie', 'Brak'), (101, 11, 'Maść cynkowa 10%', 'Wymieszać', 'Zewnętrznie', '');
+INSERT INTO rec_drug VALUES (10, 'Maść borna', 1, 'Unguentum boricum'), (11, 'Maść cynkowa', 1, 'Unguentum zinci'), (12, 'Krople żołądkowe', 2, ''), (13, 'Żywokost maść', 1, '');
+INSERT INTO rec_recipe VALUES (100, 10, 'Maść borna 3%', 'Rozpuścić kwas', 'Zewnętrznie', 'Brak'), (101, 11, 'Maść cynkowa 10%', 'Wymieszać', 'Zewnętrznie', ''), (102, 13, 'Maść żywokostowa', 'Wymieszać', 'Zewnętrznie', '');
 INSERT INTO rec_substance VALUES (1, 'Acidum boricum', 'antyseptyczne'), (2, 'Vaselinum album', 'podłoże'), (3, 'Zinci oxidum', 'ściągające');
-INSERT INTO rec_connection VALUES (1000, 100, 1, '3,0', '', ''), (1001, 100, 2, 'ad 100,0', 'ad', 'uwaga'), (1002, 101, 3, '10,0', '', '');
+INSERT INTO rec_connection VALUES (1000, 100, 1, '3,0', '', ''), (1001, 100, 2, 'ad 100,0', 'ad', 'uwaga'), (1002, 101, 3, '10,0', '', ''), (1003, 102, 2, 'ad 50,0', '', '');
 
 INSERT INTO cfg VALUES ('data_version', '1700000000'), ('list_date', '2024-01-01');
 )sql";
@@ -106,6 +108,8 @@ private slots:
     void drugByEan();
     void searchDrugs_data();
     void searchDrugs();
+    void polishLettersFold_data();
+    void polishLettersFold();
     void substitutes_data();
     void substitutes();
     void refundRows_data();
@@ -248,6 +252,38 @@ void TestDrugDatabase::searchDrugs()
     QCOMPARE(vidsOf(found), vids);
     for (const Drug& drug : found)
         QVERIFY(!drug.priceList.isEmpty());
+}
+
+void TestDrugDatabase::polishLettersFold_data()
+{
+    QTest::addColumn<QString>("search");
+    QTest::addColumn<QString>("phrase");
+    QTest::addColumn<QStringList>("ids");
+
+    // Regression: SQLite folded only ASCII letters, so lower-case Polish letters found nothing.
+    QTest::newRow("drug in lower case") << "drugs" << "żelaza" << QStringList{"18"};
+    QTest::newRow("drug in upper case") << "drugs" << "MIĘTÓWKA" << QStringList{"19"};
+    QTest::newRow("recipe drug in lower case") << "recipes" << "żywokost" << QStringList{"13"};
+    QTest::newRow("pharmacy's city in upper case") << "pharmacies" << "KRAKÓW" << QStringList{"2"};
+    QTest::newRow("other letters stay apart") << "drugs" << "zelaza" << QStringList{};
+}
+
+void TestDrugDatabase::polishLettersFold()
+{
+    QFETCH(QString, search);
+    QFETCH(QString, phrase);
+    QFETCH(QStringList, ids);
+
+    QStringList found;
+    if (search == QLatin1String("drugs"))
+        found = vidsOf(DrugDatabase::searchDrugs({phrase}, 20));
+    else if (search == QLatin1String("recipes"))
+        for (const RecipeDrug& drug : searchRecipeDrugs(1, phrase))
+            found << QString::number(drug.id);
+    else
+        for (const Pharmacy& pharmacy : searchPharmacies(phrase, 20))
+            found << QString::number(pharmacy.id);
+    QCOMPARE(found, ids);
 }
 
 void TestDrugDatabase::substitutes_data()
