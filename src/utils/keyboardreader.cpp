@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QDebug>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QTimer>
 
@@ -145,22 +146,34 @@ namespace {
 
 // The focused line gets its own copy of the scanner's keys from the window
 // system, and that copy may arrive after the reading: the last digit on
-// Windows, where the hook sees a key before the window does, and any of them
-// on X11, where the recorded stream and the window's stream are read apart.
-// For a moment after a reading, digits of the code that land in the line are
-// taken out too.
-void takeOutLateDigits(QLineEdit* edit, const QString& reading)
+// Windows, where the hook sees a key before the window does, and any of them on
+// X11, where the recorded stream and the window's stream are read apart. Key
+// events carry the same clock as the key source, so the reading's own digits
+// are those stamped no later than its last key: they are kept out of the line
+// for a moment, while whatever the user types afterwards goes in.
+class LateDigitFilter : public QObject
 {
-    auto* scrub = new QTimer(edit);
-    scrub->setSingleShot(true);
-    scrub->setInterval(50);
-    QObject::connect(edit, &QLineEdit::textEdited, scrub, qOverload<>(&QTimer::start));
-    QObject::connect(scrub, &QTimer::timeout, edit, [edit, reading] {
-        if (!edit->text().isEmpty() && reading.contains(edit->text()))
-            edit->setText(QString());
-    });
-    QTimer::singleShot(1000, scrub, &QObject::deleteLater);
-}
+public:
+    LateDigitFilter(QLineEdit* edit, qint64 readingTime)
+        : QObject(edit)
+        , readingTime(readingTime)
+    {
+        edit->installEventFilter(this);
+        QTimer::singleShot(1000, this, &QObject::deleteLater);
+    }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (event->type() != QEvent::KeyPress)
+            return QObject::eventFilter(watched, event);
+        const auto* key = static_cast<const QKeyEvent*>(event);
+        return qint64(key->timestamp()) <= readingTime && key->text().size() == 1 && key->text().at(0).isDigit();
+    }
+
+private:
+    qint64 readingTime;
+};
 
 } // namespace
 
@@ -171,7 +184,7 @@ void KeyboardReader::makeReading()
     // take them out again.
     if (auto* edit = qobject_cast<QLineEdit*>(QApplication::focusWidget())) {
         edit->setText(QString());
-        takeOutLateDigits(edit, buffer);
+        new LateDigitFilter(edit, *lastKeyDown);
     }
     emit newReading(buffer);
     buffer.clear();
