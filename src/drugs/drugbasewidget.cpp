@@ -94,17 +94,20 @@ void DrugBaseWidget::onClearDrugsClicked()
 
 void DrugBaseWidget::onDrugViewModelDrugAdded()
 {
-    // The model may have changed since the signal: read it as it stands now.
-    Drug* drug = DrugViewModel::instance()->firstDrug();
-    if (!drug)
-        return;
-
-    auto* row = new SearchListItem(*drug, nullptr);
-    auto* item = new QListWidgetItem;
-    item->setData(Qt::SizeHintRole, row->size());
-    ui->selectedDrugs->insertItem(0, item);
-    ui->selectedDrugs->setItemWidget(item, row);
-    ui->lookForDrugsImage->hide();
+    // More than one drug may have come since the signal (two scans in one batch
+    // of key events): add a row for each drug the list lacks, oldest first, so
+    // that row i always shows the model's drug i.
+    const DrugViewModel* model = DrugViewModel::instance();
+    const int missing = model->drugCount() - ui->selectedDrugs->count();
+    for (int index = missing - 1; index >= 0; --index) {
+        auto* row = new SearchListItem(*model->drugAt(index), nullptr);
+        auto* item = new QListWidgetItem;
+        item->setData(Qt::SizeHintRole, row->size());
+        ui->selectedDrugs->insertItem(0, item);
+        ui->selectedDrugs->setItemWidget(item, row);
+    }
+    if (missing > 0)
+        ui->lookForDrugsImage->hide();
 }
 
 void DrugBaseWidget::onDrugViewModelDrugListCleared()

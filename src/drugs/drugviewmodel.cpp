@@ -28,6 +28,16 @@ Drug* DrugViewModel::firstDrug()
     return drugs.isEmpty() ? nullptr : &drugs.first();
 }
 
+int DrugViewModel::drugCount() const
+{
+    return drugs.size();
+}
+
+const Drug* DrugViewModel::drugAt(int index) const
+{
+    return index >= 0 && index < drugs.size() ? &drugs.at(index) : nullptr;
+}
+
 Drug* DrugViewModel::selectedDrug()
 {
     return selected;

@@ -16,6 +16,9 @@ public:
 
     void addDrug(const Drug& drug);
     Drug* firstDrug();
+    int drugCount() const;
+    // The drug at `index` of the list, newest first; null past either end.
+    const Drug* drugAt(int index) const;
     Drug* selectedDrug();
     int selectedDrugIndex() const;
     void selectDrug(int index);

@@ -1,7 +1,9 @@
 #include "appdir.h"
 #include "db/drugdatabase.h"
 #include "drugs/drugviewmodel.h"
+#include "drugs/searchlistitem.h"
 #include "mainwindow.h"
+#include "utils/keyboardreader.h"
 
 #include <QApplication>
 #include <QFile>
@@ -29,6 +31,7 @@ private slots:
     void scanWhileAnotherProgramHasTheFocus();
     void shortOrUnknownCodeChangesNothing();
     void scanIntoOurSearchLineIsTakenOut();
+    void twoReadingsInOneTurn();
     void cleanupTestCase();
 
 private:
@@ -42,6 +45,7 @@ private:
     QByteArray foreignOutput;
     QString ean;
     QString vid;
+    const QString orphanEan = QStringLiteral("5909999999991");
 };
 
 bool tst_ScanRoad::xdotool(const QStringList& arguments)
@@ -92,6 +96,9 @@ void tst_ScanRoad::initTestCase()
         QVERIFY(query.next());
         ean = query.value(0).toString();
         vid = query.value(1).toString();
+        // A package whose group is missing from g.
+        QVERIFY(query.exec(QStringLiteral("INSERT INTO v (vid, name, gid) VALUES (999001, 'Bez grupy', 999999)")));
+        QVERIFY(query.exec(QStringLiteral("INSERT INTO ve (vid, ekd) VALUES (999001, '%1')").arg(orphanEan)));
         db.close();
     }
     QSqlDatabase::removeDatabase(QStringLiteral("fixture"));
@@ -131,7 +138,8 @@ void tst_ScanRoad::shortOrUnknownCodeChangesNothing()
     QVERIFY(xdotool({ QStringLiteral("key"), QStringLiteral("Return") }));
     // No package of the demo database has a code starting with 000.
     QVERIFY(xdotool({ QStringLiteral("type"), QStringLiteral("--delay"), QStringLiteral("20"), QStringLiteral("0000000000000") }));
-    QTRY_VERIFY(foreignText().endsWith(QLatin1String("0000000000000")));
+    QVERIFY(xdotool({ QStringLiteral("type"), QStringLiteral("--delay"), QStringLiteral("20"), orphanEan }));
+    QTRY_VERIFY(foreignText().endsWith(orphanEan));
     QTest::qWait(300);
     QCOMPARE(selectedCount(), before);
 }
@@ -150,6 +158,27 @@ void tst_ScanRoad::scanIntoOurSearchLineIsTakenOut()
 
     QTRY_COMPARE_WITH_TIMEOUT(selectedCount(), before + 1, 10000);
     QTRY_COMPARE(search->text(), QString());
+}
+
+void tst_ScanRoad::twoReadingsInOneTurn()
+{
+    // Regression: one batch of recorded keys can hold two whole scans; both
+    // drugs must come, newest on top, with each row showing its model's drug.
+    const int before = selectedCount();
+    emit KeyboardReader::instance()->newReading(QStringLiteral("5909990000142"));
+    emit KeyboardReader::instance()->newReading(QStringLiteral("5909990000203"));
+
+    auto* list = window->findChild<QListWidget*>(QStringLiteral("selectedDrugs"));
+    QTRY_COMPARE(selectedCount(), before + 2);
+    DrugViewModel* model = DrugViewModel::instance();
+    QCOMPARE(model->drugAt(0)->vid, QStringLiteral("100010"));
+    QCOMPARE(model->drugAt(1)->vid, QStringLiteral("100005"));
+    for (int row = 0; row < list->count(); ++row) {
+        auto* item = qobject_cast<SearchListItem*>(list->itemWidget(list->item(row)));
+        QCOMPARE(item->getDrug().vid, model->drugAt(row)->vid);
+    }
+    emit list->clicked(list->model()->index(1, 0));
+    QCOMPARE(model->selectedDrug()->vid, QStringLiteral("100005"));
 }
 
 void tst_ScanRoad::cleanupTestCase()
