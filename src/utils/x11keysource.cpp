@@ -6,11 +6,13 @@
 #include <QPointer>
 #include <QSocketNotifier>
 
+#include <X11/XKBlib.h>
 #include <X11/Xlib.h>
 #include <X11/Xproto.h>
 #include <X11/extensions/record.h>
 #include <X11/keysym.h>
 
+#include <array>
 #include <utility>
 #include <vector>
 
@@ -21,6 +23,12 @@ struct RecordedKey
     bool press;
     unsigned int keycode;
     qint64 time;
+};
+
+struct TranslatedKey
+{
+    int vkCode = 0;
+    QString name;
 };
 
 int trappedError = 0;
@@ -41,6 +49,9 @@ struct X11Record
     QSocketNotifier* notifier = nullptr;
     bool recording = false;
     std::vector<RecordedKey> pending;
+    // Every keycode's translation, read at the start and again when the
+    // server's keyboard mapping changes, so that a key costs no round trip.
+    std::array<TranslatedKey, 256> keys;
 };
 
 namespace {
@@ -66,17 +77,29 @@ void recordCallback(XPointer closure, XRecordInterceptData* intercepted)
     XRecordFreeData(intercepted);
 }
 
-// The key's symbol without modifiers, asked of the server each time so that a
-// changed keyboard layout is seen at once.
-KeySym baseKeySym(Display* display, unsigned int keycode)
+// One round trip for the whole keyboard: the keysyms without modifiers.
+void loadKeys(X11Record& record)
 {
+    Display* display = record.control;
+    int minKeycode = 0;
+    int maxKeycode = 0;
+    XDisplayKeycodes(display, &minKeycode, &maxKeycode);
     int perKeycode = 0;
-    KeySym* symbols = XGetKeyboardMapping(display, KeyCode(keycode), 1, &perKeycode);
-    if (!symbols)
-        return NoSymbol;
-    const KeySym symbol = perKeycode > 0 ? symbols[0] : NoSymbol;
-    XFree(symbols);
-    return symbol;
+    KeySym* symbols
+        = XGetKeyboardMapping(display, KeyCode(minKeycode), maxKeycode - minKeycode + 1, &perKeycode);
+
+    record.keys.fill({});
+    for (int keycode = minKeycode; keycode <= maxKeycode; ++keycode) {
+        const int column = (keycode - minKeycode) * perKeycode;
+        const KeySym symbol = symbols && perKeycode > 0 ? symbols[column] : NoSymbol;
+        TranslatedKey& key = record.keys[std::size_t(keycode)];
+        key.vkCode = X11KeySource::virtualKey(quint32(symbol));
+        key.name = VirtualKey::name(key.vkCode);
+        if (key.name.isEmpty() && symbol != NoSymbol)
+            key.name = QString::fromLatin1(XKeysymToString(symbol));
+    }
+    if (symbols)
+        XFree(symbols);
 }
 
 } // namespace
@@ -126,6 +149,12 @@ bool X11KeySource::start()
     range->device_events.first = KeyPress;
     range->device_events.last = KeyRelease;
     XRecordClientSpec clients = XRecordAllClients;
+
+    // A changed layout reaches clients that use XKB as XKB events, the others
+    // as MappingNotify; either way the keys are read anew.
+    const unsigned int mappingEvents = XkbNewKeyboardNotifyMask | XkbMapNotifyMask;
+    XkbSelectEvents(record->control, XkbUseCoreKbd, mappingEvents, mappingEvents);
+    loadKeys(*record);
 
     // Xlib's default error handler ends the process: a server that refuses
     // the recording must only leave us without it.
@@ -186,12 +215,17 @@ void X11KeySource::readRecordedEvents()
     if (!record)
         return;
     XRecordProcessReplies(record->data);
-    // Nobody reads the control connection's events otherwise (the server
-    // sends it MappingNotify whatever it asked for).
+    // The control connection gets no events but those of a changed mapping;
+    // they are read before the keys, so a key typed after a change of layout
+    // is read with the new one.
+    bool mappingChanged = false;
     while (XPending(record->control)) {
-        XEvent discarded;
-        XNextEvent(record->control, &discarded);
+        XEvent event;
+        XNextEvent(record->control, &event);
+        mappingChanged = true;
     }
+    if (mappingChanged)
+        loadKeys(*record);
 
     std::vector<RecordedKey> keys;
     std::swap(keys, record->pending);
@@ -200,16 +234,12 @@ void X11KeySource::readRecordedEvents()
         // A receiver may stop this source in the middle of a burst.
         if (!self || !record)
             return;
-        const KeySym symbol = baseKeySym(record->control, key.keycode);
-        const int code = virtualKey(quint32(symbol));
-        if (key.press) {
-            emit keyPressed(code, key.time);
-        } else {
-            QString name = VirtualKey::name(code);
-            if (name.isEmpty() && symbol != NoSymbol)
-                name = QString::fromLatin1(XKeysymToString(symbol));
-            emit keyReleased(code, key.time, name);
-        }
+        // A copy: a receiver that stops this source frees the table.
+        const TranslatedKey translated = record->keys[key.keycode & 0xFF];
+        if (key.press)
+            emit keyPressed(translated.vkCode, key.time);
+        else
+            emit keyReleased(translated.vkCode, key.time, translated.name);
     }
 }
 
