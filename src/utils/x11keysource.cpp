@@ -77,7 +77,8 @@ void recordCallback(XPointer closure, XRecordInterceptData* intercepted)
     XRecordFreeData(intercepted);
 }
 
-// One round trip for the whole keyboard: the keysyms without modifiers.
+// Two round trips for the whole keyboard: the keysyms without modifiers and
+// the XKB key names, which tell the physical key whatever the layout.
 void loadKeys(X11Record& record)
 {
     Display* display = record.control;
@@ -87,17 +88,27 @@ void loadKeys(X11Record& record)
     int perKeycode = 0;
     KeySym* symbols
         = XGetKeyboardMapping(display, KeyCode(minKeycode), maxKeycode - minKeycode + 1, &perKeycode);
+    XkbDescPtr xkb = XkbGetMap(display, 0, XkbUseCoreKbd);
+    const bool named = xkb && XkbGetNames(display, XkbKeyNamesMask, xkb) == Success && xkb->names
+                       && xkb->names->keys;
 
     record.keys.fill({});
     for (int keycode = minKeycode; keycode <= maxKeycode; ++keycode) {
         const int column = (keycode - minKeycode) * perKeycode;
         const KeySym symbol = symbols && perKeycode > 0 ? symbols[column] : NoSymbol;
+        QByteArray keyName;
+        if (named && keycode <= xkb->max_key_code) {
+            const char* name = xkb->names->keys[keycode].name;
+            keyName = QByteArray(name, int(qstrnlen(name, XkbKeyNameLength)));
+        }
         TranslatedKey& key = record.keys[std::size_t(keycode)];
-        key.vkCode = X11KeySource::virtualKey(quint32(symbol));
+        key.vkCode = X11KeySource::virtualKey(keyName, quint32(symbol));
         key.name = VirtualKey::name(key.vkCode);
         if (key.name.isEmpty() && symbol != NoSymbol)
             key.name = QString::fromLatin1(XKeysymToString(symbol));
     }
+    if (xkb)
+        XkbFreeKeyboard(xkb, 0, True);
     if (symbols)
         XFree(symbols);
 }
@@ -243,7 +254,9 @@ void X11KeySource::readRecordedEvents()
     }
 }
 
-int X11KeySource::virtualKey(quint32 keysym)
+namespace {
+
+int keysymVirtualKey(quint32 keysym)
 {
     if (keysym >= XK_F1 && keysym <= XK_F24)
         return 0x70 + int(keysym - XK_F1);
@@ -301,4 +314,22 @@ int X11KeySource::virtualKey(quint32 keysym)
     if (keysym < 0x80)
         return VirtualKey::fromCharacter(keysym);
     return 0;
+}
+
+} // namespace
+
+int X11KeySource::virtualKey(const QByteArray& keyName, quint32 keysym)
+{
+    // Windows gives the digits' codes to the number row and to no other key,
+    // on every layout: AZERTY's "&" key is 0x31, and its ")" key is not 0x30.
+    if (keyName.size() == 4 && keyName.startsWith("AE")) {
+        bool isNumber = false;
+        const int number = keyName.mid(2).toInt(&isNumber);
+        if (isNumber && number >= 1 && number <= 10)
+            return 0x30 + number % 10;
+    }
+    const int code = keysymVirtualKey(keysym);
+    // Without key names (no XKB) only the keysym tells the number row.
+    const bool isDigit = code >= 0x30 && code <= 0x39;
+    return isDigit && !keyName.isEmpty() ? 0 : code;
 }

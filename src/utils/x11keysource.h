@@ -2,6 +2,8 @@
 
 #include "keysource.h"
 
+#include <QByteArray>
+
 #include <memory>
 
 struct X11Record;
@@ -30,9 +32,13 @@ public:
     // True once the server has confirmed that the recording runs.
     bool isRecording() const;
 
-    // The Windows virtual-key code of an X keysym; keypad keys give the
-    // keypad's codes (0x60-0x6F) whatever the state of Num Lock. 0 if none.
-    static int virtualKey(quint32 keysym);
+    // The Windows virtual-key code of a key, from its XKB name ("AE01") and its
+    // unshifted keysym. The number row gives the digits' codes whatever the
+    // layout, and no other key does, as on Windows; other keys follow the
+    // keysym, so letters follow the layout
+    // and keypad keys give the keypad's codes (0x60-0x6F) whatever the state
+    // of Num Lock. 0 if none.
+    static int virtualKey(const QByteArray& keyName, quint32 keysym);
 
 private:
     void readRecordedEvents();

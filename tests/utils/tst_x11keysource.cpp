@@ -3,11 +3,16 @@
 
 #include <QApplication>
 #include <QProcess>
+#include <QScopeGuard>
 #include <QSignalSpy>
 #include <QStandardPaths>
 #include <QtTest>
 
+#include <X11/Xlib.h>
 #include <X11/keysym.h>
+
+#include <algorithm>
+#include <vector>
 
 // Drives the real X server's keyboard with xdotool (XTest) while recording it.
 // Runs under `xvfb-run -a`; skips where there is no X server with RECORD.
@@ -23,6 +28,7 @@ private slots:
     void cleanup();
     void slowTyping();
     void chord();
+    void frenchLayoutWhileRecording();
     void programReaderRecordsX();
 
 private:
@@ -41,21 +47,24 @@ void TestX11KeySource::initTestCase()
 
 void TestX11KeySource::virtualKeys_data()
 {
+    QTest::addColumn<QByteArray>("keyName");
     QTest::addColumn<uint>("keysym");
     QTest::addColumn<int>("vkCode");
 
-    QTest::newRow("letter d") << uint(XK_d) << 0x44;
-    QTest::newRow("keypad 1 without Num Lock") << uint(XK_KP_End) << 0x61;
-    QTest::newRow("keypad Enter is Return") << uint(XK_KP_Enter) << 0x0D;
-    QTest::newRow("right Control") << uint(XK_Control_R) << 0xA3;
-    QTest::newRow("Polish a with ogonek has no code") << uint(XK_aogonek) << 0;
+    QTest::newRow("letter d") << QByteArray("AC03") << uint(XK_d) << 0x44;
+    QTest::newRow("keypad 1 without Num Lock") << QByteArray("KP1") << uint(XK_KP_End) << 0x61;
+    QTest::newRow("keypad Enter is Return") << QByteArray("KPEN") << uint(XK_KP_Enter) << 0x0D;
+    QTest::newRow("right Control") << QByteArray("RCTL") << uint(XK_Control_R) << 0xA3;
+    QTest::newRow("Polish a with ogonek has no code") << QByteArray("AC01") << uint(XK_aogonek) << 0;
+    QTest::newRow("AZERTY's ) key is no 0") << QByteArray("AE11") << uint(XK_parenright) << 0;
 }
 
 void TestX11KeySource::virtualKeys()
 {
+    QFETCH(QByteArray, keyName);
     QFETCH(uint, keysym);
     QFETCH(int, vkCode);
-    QCOMPARE(X11KeySource::virtualKey(keysym), vkCode);
+    QCOMPARE(X11KeySource::virtualKey(keyName, keysym), vkCode);
 }
 
 void TestX11KeySource::init()
@@ -113,6 +122,34 @@ void TestX11KeySource::chord()
     QCOMPARE(sequences.at(0).at(0).value<QKeySequence>(), QKeySequence(QStringLiteral("Ctrl+D")));
     QCOMPARE(sequences.at(1).at(0).value<QKeySequence>(), QKeySequence(QStringLiteral("Ctrl"), QKeySequence::NativeText));
     QVERIFY(!reader->isModifierActive());
+}
+
+void TestX11KeySource::frenchLayoutWhileRecording()
+{
+    // The layout turns French while recording: the "&" key still reads 1, and
+    // the key that now types Q is not named from the old layout.
+    Display* display = XOpenDisplay(nullptr);
+    const int first = 10; // the evdev keycodes of the "1" key to the "A" key
+    const int count = 38 - first + 1;
+    int perKeycode = 0;
+    KeySym* saved = XGetKeyboardMapping(display, first, count, &perKeycode);
+    const auto restore = qScopeGuard([&] {
+        XChangeKeyboardMapping(display, first, perKeycode, saved, count);
+        XFree(saved);
+        XCloseDisplay(display);
+    });
+    std::vector<KeySym> french(saved, saved + count * perKeycode);
+    std::fill_n(french.begin(), perKeycode, XK_ampersand);
+    const auto keyQ = french.begin() + (24 - first) * perKeycode;
+    std::swap_ranges(keyQ, keyQ + perKeycode, french.begin() + (38 - first) * perKeycode);
+    XChangeKeyboardMapping(display, first, perKeycode, french.data(), count);
+    XSync(display, False);
+
+    QSignalSpy sequences(reader, &KeyboardReader::shortcut);
+    typeKeys({QStringLiteral("key"), QStringLiteral("ampersand"), QStringLiteral("q")});
+    QTRY_COMPARE(sequences.count(), 2);
+    QCOMPARE(sequences.at(0).at(0).value<QKeySequence>(), QKeySequence(QStringLiteral("1")));
+    QCOMPARE(sequences.at(1).at(0).value<QKeySequence>(), QKeySequence(QStringLiteral("Q")));
 }
 
 void TestX11KeySource::programReaderRecordsX()
