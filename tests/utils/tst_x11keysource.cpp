@@ -10,6 +10,7 @@
 
 #include <X11/Xlib.h>
 #include <X11/keysym.h>
+#include <xkbcommon/xkbcommon.h>
 
 #include <algorithm>
 #include <vector>
@@ -24,6 +25,8 @@ private slots:
     void initTestCase();
     void virtualKeys_data();
     void virtualKeys();
+    void layouts_data();
+    void layouts();
     void init();
     void cleanup();
     void slowTyping();
@@ -67,10 +70,45 @@ void TestX11KeySource::virtualKeys()
     QCOMPARE(X11KeySource::virtualKey(keyName, keysym), vkCode);
 }
 
+void TestX11KeySource::layouts_data()
+{
+    QTest::addColumn<QByteArray>("layout");
+    QTest::addColumn<QString>("rows");
+
+    QTest::newRow("Polish") << QByteArray("pl") << QStringLiteral("1234567890QWERTYUIOP");
+    QTest::newRow("German") << QByteArray("de") << QStringLiteral("1234567890QWERTZUIOP");
+    QTest::newRow("Czech, accents unshifted") << QByteArray("cz") << QStringLiteral("1234567890QWERTZUIOP");
+    QTest::newRow("French, digits shifted") << QByteArray("fr") << QStringLiteral("1234567890AZERTYUIOP");
+}
+
+void TestX11KeySource::layouts()
+{
+    // Every key of the real keymap, as the server would name it, in keycode
+    // order: only the number row gives digits, and the letters follow the layout.
+    QFETCH(QByteArray, layout);
+    QFETCH(QString, rows);
+    xkb_context* context = xkb_context_new(XKB_CONTEXT_NO_ENVIRONMENT_NAMES);
+    const xkb_rule_names names{"evdev", "pc105", layout.constData(), "", ""};
+    xkb_keymap* keymap = xkb_keymap_new_from_names(context, &names, XKB_KEYMAP_COMPILE_NO_FLAGS);
+    xkb_context_unref(context);
+    QVERIFY(keymap);
+    QString typed;
+    for (xkb_keycode_t key = xkb_keymap_min_keycode(keymap); key <= xkb_keymap_max_keycode(keymap); ++key) {
+        const xkb_keysym_t* symbols = nullptr;
+        const bool hasSymbol = xkb_keymap_key_get_syms_by_level(keymap, key, 0, 0, &symbols) > 0;
+        const QByteArray name = xkb_keymap_key_get_name(keymap, key);
+        const int vkCode = X11KeySource::virtualKey(name, hasSymbol ? symbols[0] : XKB_KEY_NoSymbol);
+        if ((vkCode >= 0x30 && vkCode <= 0x39) || (name.startsWith("AD") && vkCode >= 0x41 && vkCode <= 0x5A))
+            typed += QChar(vkCode);
+    }
+    xkb_keymap_unref(keymap);
+    QCOMPARE(typed, rows);
+}
+
 void TestX11KeySource::init()
 {
     const QByteArray function = QTest::currentTestFunction();
-    if (function == "virtualKeys")
+    if (function == "virtualKeys" || function == "layouts")
         return;
     if (!X11KeySource::isSupported())
         QSKIP("No X server with RECORD on DISPLAY");
