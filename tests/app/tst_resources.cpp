@@ -23,24 +23,17 @@ private slots:
 void tst_Resources::pictureLoads_data()
 {
     QTest::addColumn<QString>("name");
-    QTest::addColumn<QSize>("size");
 
-    QTest::newRow("tray") << QStringLiteral(":/icons/tray") << QSize(256, 256);
-    QTest::newRow("empty drug list") << QStringLiteral(":/icons/znajdz-lek") << QSize(300, 200);
+    QTest::newRow("tray") << QStringLiteral(":/icons/tray");
+    QTest::newRow("empty drug list") << QStringLiteral(":/icons/znajdz-lek");
     // The GIF list asks for the document icon with a doubled slash.
-    QTest::newRow("GIF decision, doubled slash") << QStringLiteral("://icons/pdf-icon") << QSize(40, 40);
-    QTest::newRow("first warning") << QStringLiteral(":/icons/14478650.png") << QSize(64, 64);
-    QTest::newRow("last warning") << QStringLiteral(":/icons/14478716.png") << QSize(64, 64);
+    QTest::newRow("GIF decision, doubled slash") << QStringLiteral("://icons/pdf-icon");
 }
 
 void tst_Resources::pictureLoads()
 {
     QFETCH(QString, name);
-    QFETCH(QSize, size);
-
-    const QPixmap picture(name);
-    QVERIFY2(!picture.isNull(), qPrintable(name));
-    QCOMPARE(picture.size(), size);
+    QVERIFY2(!QPixmap(name).isNull(), qPrintable(name));
 }
 
 void tst_Resources::everyWarningPictogramIsItsOwn()
