@@ -40,6 +40,37 @@ void raiseMainWindow(MainWindow* window)
     window->activateWindow();
 }
 
+// True when a running instance takes a connection on the key, which is all the
+// message it needs to come forward.
+bool instanceAnswers()
+{
+    QLocalSocket socket;
+    socket.connectToServer(instanceKey, QIODevice::ReadWrite);
+    // An instance whose queue is full lets a connection wait instead of refusing it.
+    return socket.isOpen() || socket.waitForConnected(1000);
+}
+
+enum class Listening { Listening, AnotherInstance, Failed };
+
+// Listens on the instance key. Building the window takes a while, so another
+// instance may have come up meanwhile: it is asked once more right before
+// listening, and again before a socket file that is in the way is removed as
+// one left behind by a killed instance.
+Listening listenForLaterStarts(QLocalServer& server)
+{
+    if (instanceAnswers())
+        return Listening::AnotherInstance;
+    if (server.listen(instanceKey))
+        return Listening::Listening;
+    if (instanceAnswers())
+        return Listening::AnotherInstance;
+    QLocalServer::removeServer(instanceKey);
+    if (server.listen(instanceKey))
+        return Listening::Listening;
+    qDebug() << "D/main | can't listen on the instance key:" << server.errorString();
+    return Listening::Failed;
+}
+
 } // namespace
 
 int main(int argc, char* argv[])
@@ -70,23 +101,23 @@ int main(int argc, char* argv[])
     QSplashScreen splash(splashImage);
     splash.show();
 
-    // A connection alone tells the running instance to come forward.
-    auto* socket = new QLocalSocket;
-    socket->connectToServer(instanceKey, QIODevice::ReadWrite);
-    if (socket->isOpen()) {
-        socket->close();
-        socket->deleteLater();
+    if (instanceAnswers())
         return 0;
-    }
-    socket->deleteLater();
 
     MainWindow window(nullptr);
 
     QLocalServer server;
-    QObject::connect(&server, &QLocalServer::newConnection, &window, [&window] { raiseMainWindow(&window); });
-    // Nobody answered on the key, so a socket file left by a crashed run is stale.
-    QLocalServer::removeServer(instanceKey);
-    server.listen(instanceKey);
+    QObject::connect(&server, &QLocalServer::newConnection, &window, [&server, &window] {
+        // Each connection is taken and dropped: left in the server's queue they
+        // would fill it, and later starts would no longer get through.
+        while (QLocalSocket* connection = server.nextPendingConnection()) {
+            connection->abort();
+            connection->deleteLater();
+        }
+        raiseMainWindow(&window);
+    });
+    if (listenForLaterStarts(server) == Listening::AnotherInstance)
+        return 0;
 
     QCoreApplication::setOrganizationName(QStringLiteral("Corvane"));
     QCoreApplication::setOrganizationDomain(organizationDomain);
