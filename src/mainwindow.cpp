@@ -8,6 +8,7 @@
 #include "drugs/drugviewmodel.h"
 #include "utils/keyboardreader.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QDebug>
@@ -66,6 +67,13 @@ MainWindow::MainWindow(QWidget* parent)
 
     ui->recipes->hide();
     ui->drugBase->show();
+
+    // The program ends through "Zamknij", a program update or the end of the
+    // desktop session, never because the last of its windows closed: the main
+    // window lives in the tray, viewers and dialogs come and go.
+    QApplication::setQuitOnLastWindowClosed(false);
+    connect(qApp, &QGuiApplication::commitDataRequest, this, &MainWindow::onSessionEnding);
+    connect(qApp, &QCoreApplication::aboutToQuit, this, [] { DrugDatabase::closeDatabase(); });
 
     // Until the start-up checks stand, their last pass runs once the event loop
     // is up, and the scanner is wired once, here.
@@ -164,8 +172,19 @@ void MainWindow::display()
     activateWindow();
 }
 
+void MainWindow::onSessionEnding()
+{
+    sessionEnding = true;
+}
+
 void MainWindow::closeEvent(QCloseEvent* event)
 {
+    // At a logout or shutdown the toolkit closes every window, and a window that
+    // stays would hold the session's end up.
+    if (sessionEnding) {
+        event->accept();
+        return;
+    }
     // The window's close button only hides the program to the tray.
     if (trayIcon->isVisible()) {
         event->ignore();

@@ -34,6 +34,7 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private slots:
+    void onSessionEnding();
     void onTrayIconMessageClicked();
     void on_actionZamknij_triggered();
     void on_actionUsu_pliki_tymczasowe_triggered();
@@ -45,4 +46,5 @@ private:
 
     Ui::MainWindow* ui = nullptr;
     QSystemTrayIcon* trayIcon = nullptr;
+    bool sessionEnding = false;
 };
