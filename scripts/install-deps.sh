@@ -6,7 +6,7 @@ set -euo pipefail
 packages=(
     build-essential cmake pkg-config g++-mingw-w64-x86-64-posix
     qtbase5-dev qtbase5-dev-tools libqt5sql5-sqlite
-    libzip-dev libx11-dev libxtst-dev libxkbcommon-dev
+    libzip-dev libsqlite3-dev libx11-dev libxtst-dev libxkbcommon-dev
     python3 poppler-utils
     xvfb xauth xdotool fonts-dejavu-core
 )
