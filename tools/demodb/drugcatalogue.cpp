@@ -1,5 +1,6 @@
 #include "drugcatalogue.h"
 
+#include "demoschema.h"
 #include "tablewriter.h"
 
 #include <QVariant>
@@ -41,9 +42,17 @@ void DrugCatalogue::addDescription(int gid, const QString& caption, const QStrin
 int DrugCatalogue::addPackage(const Package& package)
 {
     const int vid = package.vid != 0 ? package.vid : nextVid++;
-    writer.insert(QStringLiteral("v"),
-                  {vid, package.name, package.status, package.gid, package.kind, package.dose, package.box,
-                   package.company, package.prices, package.iid, package.leaflet, package.warns});
+    QVariantList row = {vid, package.name, package.status, package.gid, package.kind, package.dose,
+                        package.box, package.company, package.prices, package.iid, package.leaflet, package.warns};
+    if (!package.nullColumns.isEmpty()) {
+        const QStringList columns = DemoSchema::columnNames(QStringLiteral("v"));
+        for (const QString& column : package.nullColumns) {
+            const int index = columns.indexOf(column);
+            if (index >= 0)
+                row[index] = QVariant();
+        }
+    }
+    writer.insert(QStringLiteral("v"), row);
     ++packages;
     for (const QString& substance : package.substances)
         writer.insert(QStringLiteral("vm"), {vid, substanceId(substance)});

@@ -26,6 +26,7 @@ public:
         QString warns;
         QStringList substances;
         QStringList eans; // empty: one generated code
+        QStringList nullColumns; // columns of v stored as NULL, not as ''
     };
 
     explicit DrugCatalogue(TableWriter& writer);

@@ -39,8 +39,12 @@ bool TableWriter::insert(const QString& table, const QVariantList& values)
         firstError = QStringLiteral("%1: %2 values for %3 columns").arg(table).arg(values.size()).arg(columnCount);
         return false;
     }
-    for (int i = 0; i < values.size(); ++i)
-        query.bindValue(i, values.at(i));
+    // The driver binds a null QString as NULL; an empty text goes in as ''.
+    for (int i = 0; i < values.size(); ++i) {
+        const QVariant& value = values.at(i);
+        const bool emptyText = value.type() == QVariant::String && value.isNull();
+        query.bindValue(i, emptyText ? QVariant(QLatin1String("")) : value);
+    }
     if (!query.exec()) {
         firstError = table + QLatin1String(": ") + query.lastError().text();
         return false;

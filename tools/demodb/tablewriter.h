@@ -10,6 +10,7 @@
 // Inserts rows into the tables of the database being built, with one prepared
 // statement per table, values in the column order of DemoSchema. The first
 // failure is kept; later inserts are skipped so that the build stops cleanly.
+// Texts are never NULL, empty ones included; pass QVariant() for a NULL.
 class TableWriter {
 public:
     explicit TableWriter(const QSqlDatabase& database);
