@@ -116,7 +116,7 @@ bool DemoDatabaseBuilder::fill(const QString& path)
 
     PharmacyWriter::write(writer, random, scale.pharmacies);
     RecipeWriter::write(writer);
-    AdvertWriter::write(writer, ShowcaseDrugs::paracetamolGroup);
+    AdvertWriter::write(writer);
 
     const QDateTime version = QDateTime::fromSecsSinceEpoch(options.dataVersion, Qt::UTC);
     const QDate listDate(version.date().year(), version.date().month(), 1);

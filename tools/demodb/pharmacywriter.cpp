@@ -122,4 +122,9 @@ void PharmacyWriter::write(TableWriter& writer, DemoRandom& random, int count)
             writer.insert(QStringLiteral("pharmacy_open_hours"), {id, day, start, end});
         }
     }
+
+    writer.insert(QStringLiteral("pharmacy"),
+                  {pharmacyWithoutHours, QStringLiteral("Apteka Zamkowa Demo"), QStringLiteral("ul. Zamkowa 1"),
+                   QStringLiteral("62-035"), QStringLiteral("Kórnik"), QStringLiteral("61 817 00 01"), QString(),
+                   QString()});
 }

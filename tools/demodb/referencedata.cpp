@@ -229,6 +229,8 @@ void ReferenceData::writeScopes(TableWriter& writer)
         {scopeDementia, "Otępienie typu alzheimerowskiego"},
         {scopeUrology, "Łagodny rozrost gruczołu krokowego; pęcherz nadreaktywny"},
         {scopePain, "Bóle przewlekłe w chorobach zwyrodnieniowych stawów"},
+        {scopeProgrammeChemotherapy,
+         "Program lekowy B.4 - Leczenie chorych na raka jelita grubego: chemioterapia z udziałem irynotekanu"},
     };
     for (const auto& scope : names) {
         // A programme's attachment is its scope's file; chemotherapy takes its
@@ -238,6 +240,8 @@ void ReferenceData::writeScopes(TableWriter& writer)
             descr = QStringLiteral("B.12.pdf");
         else if (scope.first == scopeProgrammeArthritis)
             descr = QStringLiteral("B.33.pdf");
+        else if (scope.first == scopeProgrammeChemotherapy)
+            descr = QStringLiteral("B.4.pdf");
         writer.insert(QStringLiteral("d"), {scope.first, text(scope.second), descr});
     }
 }

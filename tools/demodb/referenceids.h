@@ -40,6 +40,7 @@ constexpr int scopeAllergy = 23;
 constexpr int scopeDementia = 24;
 constexpr int scopeUrology = 25;
 constexpr int scopePain = 26;
+constexpr int scopeProgrammeChemotherapy = 27; // both words: the programme's file wins
 
 // x: off-label indications
 constexpr int offLabelNoData = 1;      // "Brak danych"

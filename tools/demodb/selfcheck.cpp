@@ -1,8 +1,10 @@
 #include "selfcheck.h"
 
+#include "advertwriter.h"
 #include "demoschema.h"
 #include "descriptiontexts.h"
 #include "drugcatalogue.h"
+#include "pharmacywriter.h"
 #include "referenceids.h"
 #include "showcasedrugs.h"
 
@@ -126,32 +128,53 @@ void SelfCheck::checkKeys()
     expect(value(QStringLiteral("SELECT COUNT(*) FROM i WHERE id = ?"), {QStringLiteral("1")}).toInt() == 1,
            QStringLiteral("a bound text does not find i.id"));
 
-    const QList<QPair<QString, QString>> orphans = {
-        {QStringLiteral("v.gid"), QStringLiteral("SELECT COUNT(*) FROM v WHERE gid NOT IN (SELECT gid FROM g)")},
-        {QStringLiteral("v.pid"), QStringLiteral("SELECT COUNT(*) FROM v WHERE pid NOT IN (SELECT id FROM xp)")},
-        {QStringLiteral("v.iid"),
-         QStringLiteral("SELECT COUNT(*) FROM v WHERE iid <> -1 AND iid NOT IN (SELECT id FROM i)")},
-        {QStringLiteral("ve.vid"), QStringLiteral("SELECT COUNT(*) FROM ve WHERE vid NOT IN (SELECT vid FROM v)")},
-        {QStringLiteral("vm.vid"), QStringLiteral("SELECT COUNT(*) FROM vm WHERE vid NOT IN (SELECT vid FROM v)")},
-        {QStringLiteral("vm.mid"), QStringLiteral("SELECT COUNT(*) FROM vm WHERE mid NOT IN (SELECT id FROM m)")},
-        {QStringLiteral("package without substance"),
-         QStringLiteral("SELECT COUNT(*) FROM v WHERE vid NOT IN (SELECT vid FROM vm)")},
-        {QStringLiteral("package without EAN"),
-         QStringLiteral("SELECT COUNT(*) FROM v WHERE vid NOT IN (SELECT vid FROM ve)")},
-        {QStringLiteral("z.gid"), QStringLiteral("SELECT COUNT(*) FROM z WHERE gid NOT IN (SELECT gid FROM g)")},
-        {QStringLiteral("vg.version_id"),
-         QStringLiteral("SELECT COUNT(*) FROM vg WHERE version_id NOT IN (SELECT vid FROM v)")},
-        {QStringLiteral("vg.kind_id"), QStringLiteral("SELECT COUNT(*) FROM vg WHERE kind_id NOT IN (SELECT id FROM gk)")},
-        {QStringLiteral("food.wid"), QStringLiteral("SELECT COUNT(*) FROM food WHERE wid NOT IN (SELECT id FROM w)")},
-        {QStringLiteral("opening hours"),
-         QStringLiteral("SELECT COUNT(*) FROM pharmacy_open_hours WHERE pharmacy_id NOT IN (SELECT id FROM pharmacy) "
-                        "OR type_id NOT IN (SELECT id FROM pharmacy_open_hours_type)")},
-        {QStringLiteral("rec_connection"),
-         QStringLiteral("SELECT COUNT(*) FROM rec_connection WHERE id_rec NOT IN (SELECT id FROM rec_recipe) "
-                        "OR id_sub NOT IN (SELECT id FROM rec_substance)")},
+    // Each statement lists the rows whose key dangles; only the showcase's
+    // deliberate ones may, and they must be there.
+    struct Orphans {
+        QString key;
+        QString statement;
+        QStringList deliberate;
     };
-    for (const auto& orphan : orphans)
-        expect(value(orphan.second).toInt() == 0, QStringLiteral("dangling key: %1").arg(orphan.first));
+    const QList<Orphans> orphans = {
+        {QStringLiteral("v.gid"), QStringLiteral("SELECT vid FROM v WHERE gid NOT IN (SELECT gid FROM g)"),
+         {QString::number(ShowcaseDrugs::packageWithoutGroup)}},
+        {QStringLiteral("v.pid"), QStringLiteral("SELECT vid FROM v WHERE pid NOT IN (SELECT id FROM xp)"), {}},
+        {QStringLiteral("v.iid"), QStringLiteral("SELECT vid FROM v WHERE iid <> -1 AND iid NOT IN (SELECT id FROM i)"),
+         {}},
+        {QStringLiteral("ve.vid"), QStringLiteral("SELECT vid FROM ve WHERE vid NOT IN (SELECT vid FROM v)"),
+         {QString::number(ShowcaseDrugs::vidWithoutPackage)}},
+        {QStringLiteral("vm.vid"), QStringLiteral("SELECT vid FROM vm WHERE vid NOT IN (SELECT vid FROM v)"), {}},
+        {QStringLiteral("vm.mid"), QStringLiteral("SELECT vid FROM vm WHERE mid NOT IN (SELECT id FROM m)"), {}},
+        {QStringLiteral("package without substance"),
+         QStringLiteral("SELECT vid FROM v WHERE vid NOT IN (SELECT vid FROM vm)"), {}},
+        {QStringLiteral("package without EAN"), QStringLiteral("SELECT vid FROM v WHERE vid NOT IN (SELECT vid FROM ve)"),
+         {}},
+        {QStringLiteral("z.gid"), QStringLiteral("SELECT DISTINCT gid FROM z WHERE gid NOT IN (SELECT gid FROM g)"), {}},
+        {QStringLiteral("vg.version_id"),
+         QStringLiteral("SELECT id FROM vg WHERE version_id NOT IN (SELECT vid FROM v)"), {}},
+        {QStringLiteral("vg.kind_id"), QStringLiteral("SELECT id FROM vg WHERE kind_id NOT IN (SELECT id FROM gk)"), {}},
+        {QStringLiteral("food.wid"), QStringLiteral("SELECT wid FROM food WHERE wid NOT IN (SELECT id FROM w)"), {}},
+        {QStringLiteral("opening hours"),
+         QStringLiteral("SELECT pharmacy_id FROM pharmacy_open_hours WHERE pharmacy_id NOT IN (SELECT id FROM pharmacy) "
+                        "OR type_id NOT IN (SELECT id FROM pharmacy_open_hours_type)"),
+         {}},
+        {QStringLiteral("rec_connection"),
+         QStringLiteral("SELECT id FROM rec_connection WHERE id_rec NOT IN (SELECT id FROM rec_recipe) "
+                        "OR id_sub NOT IN (SELECT id FROM rec_substance)"),
+         {}},
+        {QStringLiteral("gb.gid"), QStringLiteral("SELECT oid FROM gb WHERE gid NOT IN (SELECT gid FROM g)"),
+         {QString::number(AdvertWriter::missingGroupBanner)}},
+        {QStringLiteral("banner of gb or o_url"),
+         QStringLiteral("SELECT oid FROM gb WHERE oid NOT IN (SELECT id FROM o) "
+                        "UNION ALL SELECT oid FROM o_url WHERE oid NOT IN (SELECT id FROM o)"),
+         {}},
+    };
+    for (const Orphans& orphan : orphans) {
+        const QStringList found = column(orphan.statement);
+        expect(found == orphan.deliberate, QStringLiteral("dangling key %1: rows %2, only %3 wanted")
+                                               .arg(orphan.key, found.mid(0, 20).join(QLatin1Char(',')),
+                                                    orphan.deliberate.join(QLatin1Char(','))));
+    }
 }
 
 void SelfCheck::checkEans()
@@ -175,7 +198,12 @@ void SelfCheck::checkPrices()
     const QSet<QString> levels = toSet(column(QStringLiteral("SELECT id FROM xs")));
     const QSet<QString> scopes = toSet(column(QStringLiteral("SELECT id FROM d")));
     const QSet<QString> offLabel = toSet(column(QStringLiteral("SELECT id FROM x")));
+    const QSet<QString> fullPriceLevels = toSet(column(QStringLiteral("SELECT id FROM xs WHERE name = '100%'")))
+                                              .unite({QStringLiteral("-1")});
     int empty = 0;
+    int withoutFullPrice = 0;
+    int twoFullPrices = 0;
+    bool namedFullPrice = false;
     QSet<QString> payments;
     bool comma = false;
     bool point = false;
@@ -191,7 +219,13 @@ void SelfCheck::checkPrices()
             problems.append(QStringLiteral("prices of %1 not in groups of four: %2").arg(vid, prices));
             continue;
         }
+        int fullPrices = 0;
         for (int i = 0; i < parts.size(); i += 4) {
+            if (fullPriceLevels.contains(parts.at(i))) {
+                ++fullPrices;
+                const bool fixed = parts.at(i) == QLatin1String("-1") || parts.at(i + 2) == QLatin1String("-1");
+                namedFullPrice = namedFullPrice || !fixed;
+            }
             const auto known = [](const QSet<QString>& ids, const QString& id) {
                 return id == QLatin1String("-1") || ids.contains(id);
             };
@@ -202,8 +236,12 @@ void SelfCheck::checkPrices()
             comma = comma || payment.contains(QLatin1Char(','));
             point = point || payment.contains(QLatin1Char('.'));
         }
+        withoutFullPrice += fullPrices == 0 ? 1 : 0;
+        twoFullPrices += fullPrices > 1 ? 1 : 0;
     }
     expect(empty > 0, QStringLiteral("no package with empty prices"));
+    expect(withoutFullPrice > 0 && twoFullPrices > 0 && namedFullPrice,
+           QStringLiteral("prices lack a package without a \"100%\" row, one with two, or such a row with a scope"));
     expect(comma && point, QStringLiteral("payments lack a comma or a point form"));
     for (const QString& marker : {QStringLiteral("x"), QStringLiteral("X"), QStringLiteral("-"), QStringLiteral(" "),
                                   QString()})
@@ -221,10 +259,24 @@ void SelfCheck::checkTexts()
     const QStringList scopes = column(QStringLiteral("SELECT lower(name) FROM d"));
     expect(!scopes.filter(QStringLiteral("chemioterapia")).isEmpty(), QStringLiteral("no chemotherapy scope"));
     expect(!scopes.filter(QStringLiteral("program lekowy")).isEmpty(), QStringLiteral("no programme scope"));
+    expect(!scopes.filter(QStringLiteral("program lekowy")).filter(QStringLiteral("chemioterapia")).isEmpty(),
+           QStringLiteral("no scope naming both a programme and chemotherapy"));
     expect(value(QStringLiteral("SELECT COUNT(*) FROM d WHERE name LIKE 'Program lekowy%' AND descr LIKE '%.pdf'"))
                    .toInt()
                > 0,
            QStringLiteral("no programme scope with an attachment"));
+    // Empty texts are stored as '', with a NULL beside them that must read alike.
+    const QList<QPair<QString, QString>> emptyTexts = {{QStringLiteral("v"), QStringLiteral("prices")},
+                                                       {QStringLiteral("v"), QStringLiteral("leaflet")},
+                                                       {QStringLiteral("v"), QStringLiteral("warns")},
+                                                       {QStringLiteral("o"), QStringLiteral("xvalue")}};
+    for (const auto& text : emptyTexts) {
+        const QString statement = QStringLiteral("SELECT COUNT(*) FROM %1 WHERE %2 = '' AND EXISTS (SELECT 1 FROM %1 "
+                                                 "WHERE %2 IS NULL)")
+                                      .arg(text.first, text.second);
+        expect(value(statement).toInt() > 0,
+               QStringLiteral("%1.%2 lacks an empty text or a NULL").arg(text.first, text.second));
+    }
     const QStringList offLabel = column(QStringLiteral("SELECT descr FROM x"));
     expect(offLabel.contains(QStringLiteral("Brak danych")), QStringLiteral("no off-label \"Brak danych\""));
     expect(offLabel.contains(QStringLiteral("Brak wskazań")), QStringLiteral("no off-label \"Brak wskazań\""));
@@ -336,17 +388,20 @@ void SelfCheck::checkGifDecisions()
 void SelfCheck::checkAdverts()
 {
     QSqlQuery query(database);
-    query.exec(QStringLiteral("SELECT o.xkey, o.xvalue, o_url.url, gb.gid FROM o LEFT JOIN o_url ON o.id = o_url.oid "
-                              "LEFT JOIN gb ON o.id = gb.oid"));
+    query.exec(QStringLiteral("SELECT id, xkey, xvalue FROM o ORDER BY id"));
     bool still = false;
     bool animated = false;
-    bool inert = false;
+    QStringList unknownTypes;
+    QStringList blank;
     while (query.next()) {
-        const QString type = query.value(0).toString();
-        const QByteArray data = QByteArray::fromBase64(query.value(1).toByteArray());
+        const QString id = query.value(0).toString();
+        const QString type = query.value(1).toString();
+        const QByteArray data = QByteArray::fromBase64(query.value(2).toByteArray());
+        bool readable = false;
         if (type == QLatin1String("banner")) {
             QImage image;
-            still = image.loadFromData(data) && !image.isNull();
+            readable = image.loadFromData(data) && !image.isNull();
+            still = still || readable;
         } else if (type == QLatin1String("animated_banner")) {
             QBuffer buffer;
             buffer.setData(data);
@@ -358,14 +413,26 @@ void SelfCheck::checkAdverts()
             QImage frame;
             while (reader.read(&frame))
                 ++frames;
-            animated = gif && frames > 1;
+            readable = gif && frames > 1;
+            animated = animated || readable;
+        } else {
+            unknownTypes.append(id);
+            continue;
         }
-        if (query.value(2).isNull() && query.value(3).isNull())
-            inert = true;
+        if (!readable)
+            blank.append(id);
     }
     expect(still, QStringLiteral("no readable still banner"));
     expect(animated, QStringLiteral("no readable animated banner"));
-    expect(inert, QStringLiteral("no banner without a link"));
+    expect(unknownTypes == QStringList{QString::number(AdvertWriter::unknownTypeBanner)},
+           QStringLiteral("banners of an unknown type: %1").arg(unknownTypes.join(QLatin1Char(','))));
+    expect(blank == QStringList{QString::number(AdvertWriter::emptyBanner), QString::number(AdvertWriter::nullBanner)},
+           QStringLiteral("banners without a readable picture: %1").arg(blank.join(QLatin1Char(','))));
+    expect(value(QStringLiteral("SELECT COUNT(*) FROM o WHERE id NOT IN (SELECT oid FROM o_url) AND id NOT IN "
+                                "(SELECT oid FROM gb)"))
+                   .toInt()
+               > 0,
+           QStringLiteral("no banner without a link"));
 }
 
 void SelfCheck::checkPharmacies()
@@ -379,6 +446,10 @@ void SelfCheck::checkPharmacies()
            QStringLiteral("no pharmacy open on all seven days"));
     expect(value(QStringLiteral("SELECT COUNT(*) FROM pharmacy WHERE phone LIKE '%;%'")).toInt() > 0,
            QStringLiteral("no pharmacy with several phone numbers"));
+    expect(column(QStringLiteral("SELECT id FROM pharmacy WHERE id NOT IN (SELECT pharmacy_id FROM "
+                                 "pharmacy_open_hours)"))
+               == QStringList{QString::number(PharmacyWriter::pharmacyWithoutHours)},
+           QStringLiteral("not exactly one pharmacy without opening hours"));
 }
 
 void SelfCheck::checkRecipes()
@@ -440,9 +511,20 @@ QStringList SelfCheck::substitutesOf(const QString& vid)
 
 void SelfCheck::checkShowcase()
 {
-    for (const ShowcaseDrugs::Fact& fact : ShowcaseDrugs::facts())
+    // The scan statement of the program: a code whose package or group is
+    // missing gives no group, so nothing is shown.
+    const QStringList deadVids = {QString::number(ShowcaseDrugs::packageWithoutGroup),
+                                  QString::number(ShowcaseDrugs::vidWithoutPackage)};
+    for (const ShowcaseDrugs::Fact& fact : ShowcaseDrugs::facts()) {
         expect(value(QStringLiteral("SELECT vid FROM ve WHERE ekd LIKE ?"), {fact.ean}).toString() == fact.vid,
                QStringLiteral("EAN %1 does not lead to %2").arg(fact.ean, fact.vid));
+        const QVariant gid = value(QStringLiteral("SELECT g.gid FROM ve LEFT JOIN v ON ve.vid = v.vid LEFT JOIN g ON "
+                                                  "g.gid = v.gid WHERE ve.ekd LIKE ? LIMIT 1"),
+                                   {fact.ean});
+        expect(gid.isNull() == deadVids.contains(fact.vid),
+               QStringLiteral("scanning %1 shows %2")
+                   .arg(fact.ean, gid.isNull() ? QStringLiteral("nothing") : QStringLiteral("a drug")));
+    }
 
     const QList<QPair<QString, QStringList>> substitutes = {
         {QStringLiteral("100001"), {QStringLiteral("100002"), QStringLiteral("100003"), QStringLiteral("100004")}},
@@ -457,6 +539,13 @@ void SelfCheck::checkShowcase()
         {QStringLiteral("100051"), {QStringLiteral("100052")}},
         {QStringLiteral("100060"), {QStringLiteral("100061"), QStringLiteral("100062")}},
         {QStringLiteral("100070"), {}},
+        {QStringLiteral("100080"),
+         {QStringLiteral("100081"), QStringLiteral("100082"), QStringLiteral("100083"), QStringLiteral("100084")}},
+        {QStringLiteral("100085"), {QStringLiteral("100086")}},
+        {QStringLiteral("100086"), {}},
+        {QStringLiteral("100090"), {QStringLiteral("100091")}},
+        {QStringLiteral("100091"), {QStringLiteral("100090")}},
+        {QStringLiteral("100092"), {}},
     };
     for (const auto& entry : substitutes) {
         const QStringList found = substitutesOf(entry.first);

@@ -44,6 +44,19 @@ void describe(DrugCatalogue& catalogue, int gid, const QString& substance, const
         catalogue.addDescription(gid, titles.at(i), DescriptionTexts::section(titles.at(i), substance, dose, random));
 }
 
+// Another maker's package of the drug in p, with its own prices and code.
+void addVariant(DrugCatalogue& catalogue, DrugCatalogue::Package p, int vid, const QString& name,
+                const QString& company, const QString& prices, int serial)
+{
+    p.vid = vid;
+    p.name = name;
+    p.company = company;
+    p.prices = prices;
+    p.leaflet = leaflet(vid);
+    p.eans = QStringList{ShowcaseDrugs::code(serial)};
+    catalogue.addPackage(p);
+}
+
 } // namespace
 
 QString ShowcaseDrugs::code(int serial)
@@ -99,6 +112,28 @@ const QList<ShowcaseDrugs::Fact>& ShowcaseDrugs::facts()
                         "indications id -1")},
         {code(81), QStringLiteral("100071"),
          QStringLiteral("Żelaza siarczan Demofarm: only food warnings")},
+        {code(90), QStringLiteral("100080"),
+         QStringLiteral("Tikagrelor Demofarm: no full-price row; substitutes 100081 (ryczałt 3,50 zł), 100082 (30% "
+                        "12.00 zł), then 100083 (X: bd.) and 100084 (levels 9 and 10: DZ bezpłatnie zł) in any "
+                        "order")},
+        {code(100), QStringLiteral("100085"),
+         QStringLiteral("Lerkanidypina Demofarm: substitute 100086, which has one more substance and no "
+                        "substitute itself")},
+        {code(110), QString::number(packageWithoutGroup),
+         QStringLiteral("Cylostazol Demofarm: its group %1 is not in g, so scanning shows nothing").arg(missingGroup)},
+        {code(111), QString::number(vidWithoutPackage),
+         QStringLiteral("an EAN code of a package that v doesn't hold: scanning shows nothing")},
+        {code(120), QStringLiteral("100089"),
+         QStringLiteral("Irynotekan Demofarm: scope naming both \"program lekowy\" and \"chemioterapia\": "
+                        "attachment B.4.pdf from the scope, not C.13.pdf from the off-label text")},
+        {code(130), QStringLiteral("100090"),
+         QStringLiteral("Nitrendypina Demofarm: one row, level \"100%\" (id 1) with a named scope; substitute "
+                        "100091")},
+        {code(131), QStringLiteral("100091"),
+         QStringLiteral("Nitrendypina Medivia: two \"100%\" rows (21,00 then 19,60); substitute 100090")},
+        {code(140), QStringLiteral("100092"),
+         QStringLiteral("Chlortalidon Demofarm: prices, leaflet and warns NULL, read like the empty texts of "
+                        "100010 and 100070")},
     };
     return all;
 }
@@ -533,5 +568,128 @@ void ShowcaseDrugs::write(DrugCatalogue& catalogue)
     p.warns = warnings({warning(4), warning(47)});
     p.substances = QStringList{QStringLiteral("Żelaza siarczan")};
     p.eans = QStringList{code(81)};
+    catalogue.addPackage(p);
+
+    // No full-price row anywhere in the group, so the substitutes' labels
+    // come from their refund rows: "X", "bez…", level "10" before "9".
+    catalogue.addGroup(QStringLiteral("Tikagrelor"), noFullPriceGroup);
+    describe(catalogue, noFullPriceGroup, QStringLiteral("tikagrelor"), QStringLiteral("90 mg"), 3);
+    p = Package();
+    p.status = statusPrescription;
+    p.gid = noFullPriceGroup;
+    p.kind = QStringLiteral("tabl. powl.");
+    p.dose = QStringLiteral("90 mg");
+    p.box = QStringLiteral("56 szt.");
+    p.iid = catalogue.addIndication(QStringLiteral("<p>Zapobieganie zdarzeniom zakrzepowym u dorosłych z ostrym "
+                                                   "zespołem wieńcowym.</p>"),
+                                    13);
+    p.warns = warnings({warning(29), warning(30)});
+    p.substances = QStringList{QStringLiteral("Tikagrelor")};
+    addVariant(catalogue, p, 100080, QStringLiteral("Tikagrelor Demofarm"), demofarm,
+               QStringLiteral("2|3,20|11|2|4|58,40|11|2"), 90);
+    addVariant(catalogue, p, 100081, QStringLiteral("Tikagrelor Medivia"), medivia, QStringLiteral("2|3,50|11|2"), 91);
+    addVariant(catalogue, p, 100082, QStringLiteral("Tikagrelor Polvita"), polvita, QStringLiteral("3|12.00|11|2"),
+               92);
+    p.kind = QStringLiteral("tabl.");
+    addVariant(catalogue, p, 100083, QStringLiteral("Tikagrelor Bałtyk"), baltyk, QStringLiteral("2|X|11|2"), 93);
+    addVariant(catalogue, p, 100084, QStringLiteral("Tikagrelor Vistula"), vistula,
+               QStringLiteral("9|1,00|11|2|10|bezpłatnie|11|2"), 94);
+
+    // A candidate with one more substance is a substitute; the other way round
+    // it is not.
+    const int lercanidipine = catalogue.addGroup(QStringLiteral("Lerkanidypina"), 18);
+    describe(catalogue, lercanidipine, QStringLiteral("lerkanidypina"), QStringLiteral("10 mg"), 4);
+    p = Package();
+    p.status = statusPrescription;
+    p.gid = lercanidipine;
+    p.kind = QStringLiteral("tabl. powl.");
+    p.dose = QStringLiteral("10 mg");
+    p.box = QStringLiteral("28 szt.");
+    p.iid = catalogue.addIndication(QStringLiteral("<p>Łagodne do umiarkowanego nadciśnienie tętnicze "
+                                                   "samoistne.</p>"),
+                                    14);
+    p.warns = warnings({warning(3), warning(24)});
+    p.substances = QStringList{QStringLiteral("Lerkanidypina")};
+    addVariant(catalogue, p, 100085, QStringLiteral("Lerkanidypina Demofarm"), demofarm,
+               QStringLiteral("-1|24,90|-1|-1|3|9,85|2|2"), 100);
+    p.gid = catalogue.addGroup(QStringLiteral("Lerkanidypina + enalapryl"), 19);
+    p.substances.append(QStringLiteral("Enalapryl"));
+    addVariant(catalogue, p, 100086, QStringLiteral("Lerkanidypina z enalaprylem Demo"), medivia,
+               QStringLiteral("-1|32,50|-1|-1|3|14,20|2|2"), 101);
+
+    // Codes that lead nowhere: a package of a group that g doesn't hold, and a
+    // code of a package that v doesn't hold.
+    p = Package();
+    p.vid = packageWithoutGroup;
+    p.name = QStringLiteral("Cylostazol Demofarm");
+    p.status = statusPrescription;
+    p.gid = missingGroup;
+    p.kind = QStringLiteral("tabl.");
+    p.dose = QStringLiteral("100 mg");
+    p.box = QStringLiteral("60 szt.");
+    p.company = demofarm;
+    p.prices = QStringLiteral("-1|39,90|-1|-1");
+    p.leaflet = leaflet(p.vid);
+    p.substances = QStringList{QStringLiteral("Cylostazol")};
+    p.eans = QStringList{code(110)};
+    catalogue.addPackage(p);
+    catalogue.addEan(vidWithoutPackage, code(111));
+
+    // The scope names a programme and chemotherapy: the programme's file wins
+    // over the off-label one.
+    const int irinotecan = catalogue.addGroup(QStringLiteral("Irynotekan"), 20);
+    describe(catalogue, irinotecan, QStringLiteral("irynotekan"), QStringLiteral("20 mg/ml"), 3);
+    p = Package();
+    p.vid = 100089;
+    p.name = QStringLiteral("Irynotekan Demofarm");
+    p.status = statusHospital;
+    p.gid = irinotecan;
+    p.kind = QStringLiteral("koncentrat do sporz. roztw. do infuzji");
+    p.dose = QStringLiteral("20 mg/ml");
+    p.box = QStringLiteral("1 fiol. 5 ml");
+    p.company = demofarm;
+    p.prices = QStringLiteral("-1|189,00|-1|-1|%1|bezpłatny|%2|%3")
+                   .arg(freeOfCharge)
+                   .arg(scopeProgrammeChemotherapy)
+                   .arg(offLabelChemoFileC13);
+    p.iid = catalogue.addIndication(QStringLiteral("<p>Zaawansowany rak jelita grubego, w skojarzeniu z "
+                                                   "5-fluorouracylem i kwasem folinowym.</p>"),
+                                    15);
+    p.leaflet = leaflet(p.vid);
+    p.warns = warnings({warning(37), warning(64)});
+    p.substances = QStringList{QStringLiteral("Irynotekan")};
+    p.eans = QStringList{code(120)};
+    catalogue.addPackage(p);
+
+    // Rows whose level reads "100%" although its id is not -1.
+    const int nitrendipine = catalogue.addGroup(QStringLiteral("Nitrendypina"), 21);
+    describe(catalogue, nitrendipine, QStringLiteral("nitrendypina"), QStringLiteral("20 mg"), 4);
+    p = Package();
+    p.status = statusPrescription;
+    p.gid = nitrendipine;
+    p.kind = QStringLiteral("tabl.");
+    p.dose = QStringLiteral("20 mg");
+    p.box = QStringLiteral("30 szt.");
+    p.iid = catalogue.addIndication(QStringLiteral("<p>Nadciśnienie tętnicze samoistne.</p>"), 16);
+    p.warns = warnings({warning(3)});
+    p.substances = QStringList{QStringLiteral("Nitrendypina")};
+    addVariant(catalogue, p, 100090, QStringLiteral("Nitrendypina Demofarm"), demofarm,
+               QStringLiteral("1|18,40|2|2"), 130);
+    addVariant(catalogue, p, 100091, QStringLiteral("Nitrendypina Medivia"), medivia,
+               QStringLiteral("-1|21,00|-1|-1|1|19,60|2|2"), 131);
+
+    // NULL where the rows above have empty texts.
+    p = Package();
+    p.vid = 100092;
+    p.name = QStringLiteral("Chlortalidon Demofarm");
+    p.status = statusPrescription;
+    p.gid = catalogue.addGroup(QStringLiteral("Chlortalidon"), 22);
+    p.kind = QStringLiteral("tabl.");
+    p.dose = QStringLiteral("50 mg");
+    p.box = QStringLiteral("20 szt.");
+    p.company = demofarm;
+    p.substances = QStringList{QStringLiteral("Chlortalidon")};
+    p.eans = QStringList{code(140)};
+    p.nullColumns = QStringList{QStringLiteral("prices"), QStringLiteral("leaflet"), QStringLiteral("warns")};
     catalogue.addPackage(p);
 }

@@ -29,4 +29,11 @@ public:
 
     // Group of the paracetamol 500 mg tablets; the animated banner leads here.
     static const int paracetamolGroup = 1;
+    // Group without a full-price row; a banner with a web address leads here too.
+    static const int noFullPriceGroup = 17;
+    // A group id that g never holds: a package and a banner point at it.
+    static const int missingGroup = 99;
+    // The package of that group, and the package id of an EAN code with no row in v.
+    static const int packageWithoutGroup = 100087;
+    static const int vidWithoutPackage = 100088;
 };
