@@ -775,15 +775,15 @@ def main(argv=None):
     parser.add_argument("--state-dir", default="", help="folder for built archives (default: a temp folder)")
     args = parser.parse_args(argv)
 
-    own_state_dir = not args.state_dir
-    state_dir = args.state_dir or tempfile.mkdtemp(prefix="quillard-sim-")
-    os.makedirs(state_dir, exist_ok=True)
-
     try:
         server = Server(("127.0.0.1", args.port), Handler)
     except OSError as error:
         log("cannot listen on 127.0.0.1:%d: %s" % (args.port, error.strerror or error))
         return 1
+    # Made only once the port is ours, so that a failed start leaves no folder behind.
+    own_state_dir = not args.state_dir
+    state_dir = args.state_dir or tempfile.mkdtemp(prefix="quillard-sim-")
+    os.makedirs(state_dir, exist_ok=True)
     server.state = State(args.db, state_dir, args.demodb_tool)
     stop = threading.Event()
 
