@@ -148,7 +148,38 @@ void DrugBaseWidget::onDrugViewModelSelectedDrugChanged(int previous)
 void DrugBaseWidget::showDrug(const QString& vid)
 {
     qDebug() << "Vid :" << vid;
+    const int currentIndex = ui->tabWidget->currentIndex();
+    fillDescriptions(vid, currentIndex);
+    fillWarnings(vid, currentIndex);
+    fillGifDecisions(vid);
     fillSubstitutes();
+}
+
+void DrugBaseWidget::fillDescriptions(const QString& vid, int currentIndex)
+{
+    Q_UNUSED(vid)
+    Q_UNUSED(currentIndex)
+}
+
+void DrugBaseWidget::fillWarnings(const QString& vid, int currentIndex)
+{
+    Q_UNUSED(vid)
+    Q_UNUSED(currentIndex)
+}
+
+void DrugBaseWidget::fillGifDecisions(const QString& vid)
+{
+    Q_UNUSED(vid)
+}
+
+void DrugBaseWidget::showGifPdf(const QString& url)
+{
+    Q_UNUSED(url)
+}
+
+void DrugBaseWidget::onGifClicked(const QString& pdfPath)
+{
+    Q_UNUSED(pdfPath)
 }
 
 void DrugBaseWidget::fillDrugVersions(const QString& gid)

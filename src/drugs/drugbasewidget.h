@@ -24,6 +24,10 @@ public:
     void showTab(const QString& name);
     bool selectFirstDrug();
 
+public slots:
+    // A GIF decision's document, from an item of the tab or a bubble of a scan.
+    void onGifClicked(const QString& pdfPath);
+
 private slots:
     void onClearDrugsClicked();
     void onDrugViewModelDrugAdded();
@@ -38,6 +42,10 @@ private:
     void setPanesVisible(bool visible);
     void setRowNameStyle(int row, const QString& style);
     void showDrug(const QString& vid);
+    void fillDescriptions(const QString& vid, int currentIndex);
+    void fillWarnings(const QString& vid, int currentIndex);
+    void fillGifDecisions(const QString& vid);
+    void showGifPdf(const QString& url);
     void fillDrugVersions(const QString& gid);
     void fillSubstitutes();
 
