@@ -157,6 +157,11 @@ def document_pdf(title, path, page_count):
     return make_pdf(pages)
 
 
+def corrupt_pdf():
+    """A PDF whose body was cut off after its header: poppler's tools refuse it."""
+    return b"%PDF-1.4\n%\xe2\xe3\xcf\xd3\n1 0 obj\n<< /Type /Catalog /Pages 2 0 R\n"
+
+
 def leaflet_pages(path):
     # Three or four pages, fixed per document.
     return 3 + (zlib.crc32(path.encode("utf-8")) & 1)
@@ -651,6 +656,8 @@ class Handler(http.server.BaseHTTPRequestHandler):
                                "body_length": len(body), "body": body.decode("utf-8", errors="replace"),
                                "headers": {k: v for k, v in self.headers.items()}})
         if path == "/_sim/pdf":
+            if params.get("corrupt") == "1":
+                return Reply(200, corrupt_pdf(), "application/pdf")
             try:
                 pages = max(1, min(50, int(params.get("pages", "1"))))
             except ValueError:

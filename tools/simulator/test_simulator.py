@@ -284,6 +284,15 @@ class SimulatorTest(unittest.TestCase):
         self.check_pdf("/leaflets/ulotki/ibuprom.pdf", None)
         self.check_pdf("/mobile/pdf/index.php?f=zalacznik_1.pdf", 2)
         self.check_pdf("/_sim/pdf?pages=5", 5)
+        self.check_pdf("/_sim/pdf?pages=12", 12)
+        status, headers, data = self.request("/_sim/pdf?corrupt=1")
+        self.assertEqual((status, headers["Content-Type"]), (200, "application/pdf"))
+        self.assertTrue(data.startswith(b"%PDF-"))
+        if shutil.which("pdfinfo"):
+            target = os.path.join(self.folder, "corrupt.pdf")
+            with open(target, "wb") as out:
+                out.write(data)
+            self.assertNotEqual(subprocess.run(["pdfinfo", target], capture_output=True).returncode, 0)
         for missing in ("/images/gif/2020/inna.pdf", "/leaflets/ulotki/brak.pdf", "/leaflets/",
                         "/mobile/pdf/index.php"):
             self.assertEqual(self.request(missing)[0], 404, missing)
