@@ -243,7 +243,7 @@ class State:
         with self.lock:
             self.faults = {}
             self.records.clear()
-            self.settings = {"app_version": DEFAULT_APP_VERSION}
+            self.settings = {"app_version": DEFAULT_APP_VERSION, "image_src": "picture"}
 
     # --- demo database -----------------------------------------------------
 
@@ -632,7 +632,7 @@ class Handler(http.server.BaseHTTPRequestHandler):
             return json_reply(state.records_for(params.get("path")))
         if path == "/_sim/set":
             key = params.get("key", "")
-            if key not in ("app_version", "data_version", "list_date"):
+            if key not in ("app_version", "data_version", "list_date", "image_src"):
                 return json_reply({"status": "error", "message": "unknown key"}, 400)
             with state.lock:
                 state.settings[key] = params.get("value", "")
@@ -738,7 +738,14 @@ class Handler(http.server.BaseHTTPRequestHandler):
             gid = params.get("id", "").strip()
             if not GROUP_ID.fullmatch(gid) or int(gid) % 5 == 0:
                 return json_reply([])
-            picture = base64.b64encode(package_picture(int(gid))).decode("ascii")
+            with self.state.lock:
+                kind = self.state.settings.get("image_src", "picture")
+            if kind == "empty":
+                picture = ""
+            elif kind == "notimage":
+                picture = base64.b64encode(b"Brak zdjecia: to nie jest obraz PNG.").decode("ascii")
+            else:
+                picture = base64.b64encode(package_picture(int(gid))).decode("ascii")
             return json_reply([{"gid": gid, "src": picture}])
         return Reply(400, "unknown action")
 

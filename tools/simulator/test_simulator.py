@@ -243,6 +243,16 @@ class SimulatorTest(unittest.TestCase):
         for gid in ("10", "25", "", "abc", "-7", "7.0", "\u0667", "\uff17", "7" * 19, "7" * 5000):
             self.assertEqual(self.json("/files/check.php?a=getImage&id=" + urllib.parse.quote(gid)), [], gid[:20])
 
+    def test_package_picture_switch(self):
+        url = "/files/check.php?a=getImage&app=quillard&kind=desktop&id=7"
+        self.json("/_sim/set?key=image_src&value=empty")
+        self.assertEqual(self.json(url), [{"gid": "7", "src": ""}])
+        self.json("/_sim/set?key=image_src&value=notimage")
+        self.assertIsNone(png_size(base64.b64decode(self.json(url)[0]["src"])))
+        self.assertEqual(self.json("/files/check.php?a=getImage&id=10"), [])
+        self.request("/_sim/reset")
+        self.assertIsNotNone(png_size(base64.b64decode(self.json(url)[0]["src"])))
+
     # --- documents ----------------------------------------------------------
 
     def check_pdf(self, path, pages):
