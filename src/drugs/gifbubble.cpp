@@ -1,0 +1,114 @@
+#include "gifbubble.h"
+#include "ui_gifbubble.h"
+
+#include "urls.h"
+
+#include <QFontMetrics>
+#include <QGuiApplication>
+#include <QScreen>
+#include <QTimer>
+
+namespace {
+constexpr int lifetimeMs = 10000;
+constexpr int maxButtonLines = 3;
+
+// A push button doesn't wrap its text: the words are broken into lines that fit
+// its width, and what doesn't fit in the last line is elided.
+QString wrapped(const QString& text, const QFontMetrics& metrics, int width)
+{
+    const QStringList words = text.split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    QStringList lines;
+    QString line;
+    for (int w = 0; w < words.size(); ++w) {
+        const QString candidate = line.isEmpty() ? words.at(w) : line + QLatin1Char(' ') + words.at(w);
+        if (line.isEmpty() || metrics.horizontalAdvance(candidate) <= width) {
+            line = candidate;
+            continue;
+        }
+        lines << line;
+        if (lines.size() == maxButtonLines - 1) {
+            line = words.mid(w).join(QLatin1Char(' '));
+            break;
+        }
+        line = words.at(w);
+    }
+    if (!line.isEmpty())
+        lines << line;
+    for (QString& each : lines)
+        each = metrics.elidedText(each, Qt::ElideRight, width);
+    return lines.join(QLatin1Char('\n'));
+}
+
+// The database often holds descriptions all in capitals.
+QString displayedDescription(const QString& descr)
+{
+    QString text = descr.toLower();
+    if (!text.isEmpty())
+        text[0] = text.at(0).toUpper();
+    return text;
+}
+} // namespace
+
+GifBubble::GifBubble(QWidget* parent)
+    : QWidget(parent)
+    , ui(new Ui::GifBubble)
+{
+    ui->setupUi(this);
+    setWindowFlags(Qt::Window | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint);
+    setAttribute(Qt::WA_ShowWithoutActivating);
+    setAttribute(Qt::WA_TranslucentBackground);
+
+    timer = new QTimer(this);
+    connect(timer, &QTimer::timeout, this, &GifBubble::Hide);
+}
+
+GifBubble::~GifBubble()
+{
+    delete ui;
+}
+
+void GifBubble::Show(const QString& name, const QString& pdfPath, const QString& date, const QString& desc, int i,
+                     const QString& vid)
+{
+    this->name = name;
+    this->pdfPath = pdfPath;
+    this->date = date;
+    this->desc = displayedDescription(desc);
+    this->vid = vid;
+
+    ui->drug_name->setText(QStringLiteral("Komunikat GIF"));
+    ui->pushButton->setToolTip(this->desc);
+
+    const QRect screen = QGuiApplication::primaryScreen()->geometry();
+    move(screen.right() - screen.left() - 336, screen.bottom() - screen.top() + 1 - 85 * i - 20);
+
+    timer->start(lifetimeMs);
+    show();
+    // The button's width is known only once the bubble is laid out on show().
+    ui->pushButton->setText(wrapped(this->desc, ui->pushButton->fontMetrics(), ui->pushButton->contentsRect().width()));
+}
+
+void GifBubble::Hide()
+{
+    timer->stop();
+    hide();
+    deleteLater();
+}
+
+void GifBubble::enterEvent(QEvent* event)
+{
+    // A bubble under the mouse stays while the pharmacist reads it.
+    timer->stop();
+    QWidget::enterEvent(event);
+}
+
+void GifBubble::leaveEvent(QEvent* event)
+{
+    timer->start(lifetimeMs);
+    QWidget::leaveEvent(event);
+}
+
+void GifBubble::on_pushButton_clicked()
+{
+    emit gifClicked(imagesUrl + pdfPath);
+}
