@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QList>
+#include <QPixmap>
+#include <QTextDocument>
+#include <QWidget>
+
+class QPushButton;
+class QTextEdit;
+class QVBoxLayout;
+
+// The content of one description section: its text at a height measured once,
+// and "Drukuj", which lays the text out on A4 pages and opens them in a viewer.
+class DescrTab : public QWidget {
+    Q_OBJECT
+    Q_DISABLE_COPY(DescrTab)
+
+public:
+    // `text` is an HTML fragment; the parent's width sets the text's width.
+    DescrTab(const QString& title, const QString& text, QWidget* parent);
+
+    void search(const QString& phrase);
+    // The selected drug's data, the title and the text on A4 pages, one image
+    // a page; none without a selected drug.
+    QList<QPixmap> printPages();
+
+private slots:
+    void on_printButton_clicked();
+
+private:
+    QVBoxLayout* layout = nullptr;
+    QTextEdit* textEdit = nullptr;
+    QPushButton* printButton = nullptr;
+    QString title;
+    QString text;
+    QTextDocument printDocument;
+};
