@@ -2,6 +2,8 @@
 #include "ui_drugbasewidget.h"
 
 #include "db/drugdatabase.h"
+#include "drugs/collapsiblesection.h"
+#include "drugs/descrtab.h"
 #include "drugs/drugsubstituteitem.h"
 #include "drugs/drugsubstituteviewmodel.h"
 #include "drugs/drugviewmodel.h"
@@ -10,14 +12,19 @@
 #include "mainwindow.h"
 
 #include <QDebug>
+#include <QFrame>
 #include <QLabel>
 #include <QListWidgetItem>
 #include <QPushButton>
+#include <QVBoxLayout>
 
 namespace {
 const QString selectedNameStyle = QStringLiteral("color: #df512c;");
 const QString restingNameStyle = QStringLiteral("color: #082e56;");
 const QString substitutesTabText = QStringLiteral("Zamienniki");
+constexpr int sectionAnimationMs = 300;
+const QString warningTextStyle =
+    QStringLiteral(";\n border: 0px solid transparent;\n\tbackground-color: white;\n\tcolor: #737373;\n");
 
 // Radius 18 on a 37 pixel button: past half the side Qt draws no rounding at all.
 const QString clearDrugsStyle = QStringLiteral(
@@ -31,6 +38,16 @@ const QString clearDrugsStyle = QStringLiteral(
     "QPushButton:pressed {\n"
     "\tbackground-color: #295c99;\n"
     "}");
+
+// The thin line under each section of the descriptions and the warnings.
+QFrame* newSectionLine(QWidget* parent)
+{
+    auto* line = new QFrame(parent);
+    line->setFrameShape(QFrame::HLine);
+    line->setFrameShadow(QFrame::Sunken);
+    line->setLineWidth(1);
+    return line;
+}
 } // namespace
 
 DrugBaseWidget::DrugBaseWidget(QWidget* parent)
@@ -157,14 +174,83 @@ void DrugBaseWidget::showDrug(const QString& vid)
 
 void DrugBaseWidget::fillDescriptions(const QString& vid, int currentIndex)
 {
-    Q_UNUSED(vid)
-    Q_UNUSED(currentIndex)
+    const QList<DescriptionSection> sections = DrugDatabase::descriptionsOf(vid);
+    qDeleteAll(ui->descFrame->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly));
+
+    // The blocks measure their text against the frame, which has its real width
+    // only once its tab has been shown; a tab shown for the first time gets its
+    // size from a posted layout request, taken here at once.
+    ui->tabWidget->setCurrentWidget(ui->Sekcje_opisowe_tab);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+    ui->tabWidget->setCurrentIndex(currentIndex);
+
+    ui->noDescLabel->hide();
+    ui->descScrollArea->show();
+    QLayout* column = ui->descFrame->layout();
+    for (const DescriptionSection& description : sections) {
+        auto* section = new CollapsibleSection(0, description.caption, sectionAnimationMs, ui->descFrame);
+        QFrame* line = newSectionLine(ui->descFrame);
+        auto* content = new QVBoxLayout;
+        content->addWidget(new DescrTab(description.caption, description.value, ui->descFrame));
+        section->setContentLayout(content);
+        column->addWidget(section);
+        column->addWidget(line);
+        column->setAlignment(Qt::AlignTop);
+    }
+
+    if (sections.isEmpty()) {
+        ui->noDescLabel->show();
+        ui->descScrollArea->hide();
+        ui->noDescLabel->setText(QStringLiteral("Brak opisu"));
+    }
 }
 
 void DrugBaseWidget::fillWarnings(const QString& vid, int currentIndex)
 {
-    Q_UNUSED(vid)
-    Q_UNUSED(currentIndex)
+    const QList<DrugWarning> warnings = DrugDatabase::warningsOf(vid);
+    qDeleteAll(ui->warnFrame->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly));
+    qDeleteAll(ui->foodFrame->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly));
+    ui->noWarnLabel->hide();
+    ui->NoFoodLabel->hide();
+
+    // As for the descriptions: the columns have their real widths once shown.
+    ui->tabWidget->setCurrentWidget(ui->warningsTab);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+    ui->tabWidget->setCurrentIndex(currentIndex);
+
+    for (const DrugWarning& warning : warnings) {
+        QFrame* column = warning.isFood ? ui->foodFrame : ui->warnFrame;
+        // An id that isn't a number reads as 0: a section without a pictogram.
+        auto* section = new CollapsibleSection(warning.id.toInt(), warning.name, sectionAnimationMs, column);
+        column->layout()->addWidget(section);
+        QFrame* line = newSectionLine(this);
+
+        auto* label = new QLabel;
+        label->setAlignment(Qt::AlignTop);
+        label->setStyleSheet(warningTextStyle);
+        label->setText(warning.descr);
+        label->setWordWrap(true);
+        // The special column is measured by its caption, which spans it.
+        const int width = warning.isFood ? ui->foodFrame->width() : ui->label_4->width();
+        label->setFixedWidth(width - 50);
+        QFont font = label->font();
+        font.setPixelSize(14);
+        label->setFont(font);
+        label->adjustSize();
+        label->setMinimumSize(0, 0);
+        label->setMaximumSize(label->size());
+
+        auto* content = new QVBoxLayout;
+        content->addWidget(label);
+        column->layout()->addWidget(line);
+        section->setContentLayout(content);
+        column->layout()->setAlignment(Qt::AlignTop);
+    }
+
+    if (ui->warnFrame->layout()->count() == 0)
+        ui->noWarnLabel->show();
+    if (ui->foodFrame->layout()->count() == 0)
+        ui->NoFoodLabel->show();
 }
 
 void DrugBaseWidget::fillGifDecisions(const QString& vid)
