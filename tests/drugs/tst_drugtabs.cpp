@@ -1,0 +1,197 @@
+#include "appdir.h"
+#include "buildconfig.h"
+#include "db/drugdatabase.h"
+#include "drugs/collapsiblesection.h"
+#include "drugs/descrtab.h"
+#include "drugs/drugbasewidget.h"
+#include "drugs/drugviewmodel.h"
+#include "utils/imageviewer.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QLabel>
+#include <QLayout>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QToolButton>
+
+#include <algorithm>
+#include <memory>
+
+// The description and warning tabs of the drug page over the demo database.
+class tst_DrugTabs : public QObject {
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void cleanup();
+
+    void columnsOfTheDrug_data();
+    void columnsOfTheDrug();
+    void sectionsOpenFromTitleOrArrow_data();
+    void sectionsOpenFromTitleOrArrow();
+    void printOpensPagesOfTheDrug();
+
+private:
+    void select(const QString& vid);
+    QList<CollapsibleSection*> sections(const char* frame) const;
+    bool shown(const char* name) const;
+
+    QTemporaryDir dir;
+    std::unique_ptr<DrugBaseWidget> page;
+};
+
+void tst_DrugTabs::initTestCase()
+{
+    QStandardPaths::setTestModeEnabled(true);
+    QVERIFY(dir.isValid());
+    setProgramDir(dir.path());
+    QVERIFY(QFile::copy(QStringLiteral(QUILLARD_BINARY_DIR "/bin/") + DrugDatabase::drugDatabaseName,
+                        dir.filePath(DrugDatabase::drugDatabaseName)));
+    page = std::make_unique<DrugBaseWidget>();
+    page->resize(1300, 900);
+    page->show();
+    QVERIFY(QTest::qWaitForWindowExposed(page.get()));
+}
+
+void tst_DrugTabs::cleanup()
+{
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+        if (qobject_cast<ImageViewer*>(window))
+            delete window;
+    }
+    DrugViewModel::instance()->clearDrugs();
+    QCoreApplication::processEvents();
+}
+
+void tst_DrugTabs::select(const QString& vid)
+{
+    DrugViewModel::instance()->addDrug(DrugDatabase::drugByVid(vid));
+    // The page rebuilds its tabs on the next turn of the event loop.
+    QCoreApplication::processEvents();
+    QCoreApplication::processEvents();
+}
+
+QList<CollapsibleSection*> tst_DrugTabs::sections(const char* frame) const
+{
+    auto* column = page->findChild<QWidget*>(QLatin1String(frame));
+    return column->findChildren<CollapsibleSection*>(QString(), Qt::FindDirectChildrenOnly);
+}
+
+bool tst_DrugTabs::shown(const char* name) const
+{
+    auto* widget = page->findChild<QWidget*>(QLatin1String(name));
+    return widget && !widget->isHidden();
+}
+
+void tst_DrugTabs::columnsOfTheDrug_data()
+{
+    QTest::addColumn<QString>("vid");
+    QTest::addColumn<int>("descriptions");
+    QTest::addColumn<QStringList>("special");
+    QTest::addColumn<QStringList>("food");
+
+    QTest::newRow("special, food, a child, grapefruit twice, one without pictogram")
+        << QStringLiteral("100001") << 18
+        << QStringList { "Prowadzenie pojazdów", "Inne leki z paracetamolem", "Nie stosować u dzieci poniżej 6 lat" }
+        << QStringList { "Alkohol", "Alkohol – uszkodzenie wątroby", "Sok grejpfrutowy", "Sok grejpfrutowy" };
+    QTest::newRow("only food") << QStringLiteral("100071") << 5 << QStringList()
+                               << QStringList { "Produkty mleczne", "Wapń i żelazo w diecie" };
+    QTest::newRow("no description, empty warns") << QStringLiteral("100070") << 0 << QStringList() << QStringList();
+}
+
+void tst_DrugTabs::columnsOfTheDrug()
+{
+    QFETCH(QString, vid);
+    QFETCH(int, descriptions);
+    QFETCH(QStringList, special);
+    QFETCH(QStringList, food);
+    // A drug with descriptions and warnings first, so that its sections have to go.
+    select(QStringLiteral("100053"));
+    select(vid);
+
+    QCOMPARE(sections("descFrame").size(), descriptions);
+    QCOMPARE(shown("descScrollArea"), descriptions > 0);
+    QCOMPARE(shown("noDescLabel"), descriptions == 0);
+    if (descriptions == 0)
+        QCOMPARE(page->findChild<QLabel*>(QStringLiteral("noDescLabel"))->text(), QStringLiteral("Brak opisu"));
+
+    QStringList specialTitles;
+    for (CollapsibleSection* section : sections("warnFrame")) {
+        specialTitles << section->title();
+        // A pictogram missing from the resources leaves an empty icon of the same size.
+        auto* title = section->findChild<QPushButton*>(QString(), Qt::FindDirectChildrenOnly);
+        QCOMPARE(title->iconSize(), QSize(28, 28));
+        QCOMPARE(title->icon().isNull(), section->title() == QStringLiteral("Nie stosować u dzieci poniżej 6 lat"));
+    }
+    QStringList foodTitles;
+    for (CollapsibleSection* section : sections("foodFrame"))
+        foodTitles << section->title();
+    QCOMPARE(specialTitles, special);
+    QCOMPARE(foodTitles, food);
+    QCOMPARE(shown("noWarnLabel"), special.isEmpty());
+    QCOMPARE(shown("NoFoodLabel"), food.isEmpty());
+}
+
+void tst_DrugTabs::sectionsOpenFromTitleOrArrow_data()
+{
+    QTest::addColumn<bool>("byTitle");
+    QTest::newRow("title") << true;
+    QTest::newRow("arrow") << false;
+}
+
+void tst_DrugTabs::sectionsOpenFromTitleOrArrow()
+{
+    QFETCH(bool, byTitle);
+    select(QStringLiteral("100001"));
+    page->showTab(QStringLiteral("Opis"));
+    const QList<CollapsibleSection*> all = sections("descFrame");
+    for (CollapsibleSection* section : all) {
+        QVERIFY(!section->isExpanded());
+        QCOMPARE(section->contentArea()->height(), 0);
+    }
+
+    CollapsibleSection* section = all.at(2);
+    QAbstractButton* button = byTitle
+        ? static_cast<QAbstractButton*>(section->findChild<QPushButton*>(QString(), Qt::FindDirectChildrenOnly))
+        : section->findChild<QToolButton*>(QString(), Qt::FindDirectChildrenOnly);
+    QTest::mouseClick(button, Qt::LeftButton);
+    QVERIFY(section->isExpanded());
+    // Open, the area shows the whole text and its print button.
+    auto* tab = section->contentArea()->findChild<DescrTab*>();
+    QTRY_COMPARE(section->contentArea()->height(), section->contentArea()->layout()->sizeHint().height());
+    QVERIFY(tab->height() > 0);
+    QVERIFY(section->contentArea()->height() >= tab->geometry().bottom());
+
+    QTest::mouseClick(button, Qt::LeftButton);
+    QVERIFY(!section->isExpanded());
+    QTRY_COMPARE(section->contentArea()->height(), 0);
+}
+
+void tst_DrugTabs::printOpensPagesOfTheDrug()
+{
+    select(QStringLiteral("100001"));
+    CollapsibleSection* section = sections("descFrame").first();
+    auto* tab = section->contentArea()->findChild<DescrTab*>();
+
+    const QList<QPixmap> pages = tab->printPages();
+    QVERIFY(!pages.isEmpty());
+    QCOMPARE(pages.first().size(), QSize(595, 842));
+    // The drug's data head the first page, under the margin.
+    QImage blank(595, 40, QImage::Format_RGB32);
+    blank.fill(Qt::white);
+    QVERIFY(pages.first().toImage().convertToFormat(QImage::Format_RGB32).copy(0, 40, 595, 40) != blank);
+
+    QTest::mouseClick(tab->findChild<QPushButton*>(QStringLiteral("printButton")), Qt::LeftButton);
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    auto viewer = std::find_if(windows.begin(), windows.end(), [](QWidget* w) { return qobject_cast<ImageViewer*>(w); });
+    QVERIFY(viewer != windows.end());
+    QVERIFY((*viewer)->isVisible());
+    QCOMPARE((*viewer)->windowTitle(), section->title());
+}
+
+QTEST_MAIN(tst_DrugTabs)
+#include "tst_drugtabs.moc"
