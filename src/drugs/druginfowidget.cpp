@@ -1,19 +1,328 @@
 #include "druginfowidget.h"
 #include "ui_druginfowidget.h"
 
+#include "appdir.h"
+#include "db/drugdatabase.h"
+#include "drugs/drugsubstituteviewmodel.h"
+#include "drugs/drugviewmodel.h"
+#include "drugs/priceitem.h"
+#include "mainwindow.h"
+#include "settings/appkey.h"
+#include "urls.h"
+#include "utils/imageviewer.h"
+
+#include <QBuffer>
+#include <QDateTime>
+#include <QDebug>
+#include <QDesktopServices>
+#include <QDir>
+#include <QFileDialog>
+#include <QImage>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QLayout>
+#include <QMessageBox>
+#include <QNetworkReply>
+#include <QPixmap>
+#include <QUrl>
+
+namespace {
+
+const QString fullPriceLevel = QStringLiteral("100%");
+const QString noIndications = QStringLiteral("Brak wskazań wg ChPL");
+const QString placeholderPicture = QStringLiteral(":/icons/placeholderDrugImage");
+const QString uploadRefused = QStringLiteral("Nie udało się przesłać zdjęcia.");
+
+// What the picture label shows inside its 9 pixel margin.
+constexpr QSize pictureArea(200, 151);
+
+QString cacheDir()
+{
+    return programDir() + QStringLiteral("/cache");
+}
+
+QString cachedPicturePath(const QString& gid)
+{
+    return cacheDir() + QLatin1Char('/') + gid + QStringLiteral(".png");
+}
+
+// The picture in an answer of the image service, a JSON array whose first
+// object holds it as base64 text under "src"; null when there is none. Bytes
+// that are no picture count as none, so nothing is cached and the user may
+// send one in.
+QPixmap pictureOf(const QString& answer)
+{
+    const QJsonDocument document = QJsonDocument::fromJson(answer.toUtf8());
+    const QString source = document.array().at(0).toObject().value(QStringLiteral("src")).toString();
+    QPixmap picture;
+    if (!source.isEmpty())
+        picture.loadFromData(QByteArray::fromBase64(source.toLatin1()));
+    return picture;
+}
+
+} // namespace
+
 DrugInfoWidget::DrugInfoWidget(QWidget* parent)
     : QWidget(parent)
     , ui(new Ui::DrugInfoWidget)
 {
     ui->setupUi(this);
+    // A plain QWidget subclass paints no style sheet background by itself.
+    setAttribute(Qt::WA_StyledBackground, true);
+    ui->frame->adjustSize();
+    ui->label_7->adjustSize();
     // Shown only when they apply: a leaflet coming in, no picture at the
     // service, substitutes to go to.
     ui->leafletLabel->hide();
     ui->pushButton->hide();
     ui->pushButton_2->hide();
+
+    connect(&imageGetter, &QtHttpGet::result, this, &DrugInfoWidget::onDrugImageResult);
+    // Queued: the substitutes model fills its list from the same signal first.
+    connect(DrugViewModel::instance(), &DrugViewModel::selectedDrugChanged, this,
+            &DrugInfoWidget::onDrugViewModelSelectedDrugChanged, Qt::QueuedConnection);
+    connect(&pdfDownloader, &PDFDownloader::fileReady, this, &DrugInfoWidget::onPDFDownloader_fileReady);
+    connect(&leafletDownloader, &PDFDownloader::fileReady, this, &DrugInfoWidget::onLeafletDownloader_fileReady);
+    connect(&imageSender, &QtHttpGet::result, this, &DrugInfoWidget::onImageSendResult);
+
+    if (!QDir(cacheDir()).exists())
+        QDir().mkdir(cacheDir());
 }
 
 DrugInfoWidget::~DrugInfoWidget()
 {
     delete ui;
+}
+
+void DrugInfoWidget::onDrugViewModelSelectedDrugChanged(int)
+{
+    ui->pushButton_2->setVisible(!DrugSubstituteViewModel::instance()->substitutes().isEmpty());
+
+    ui->pushButton->hide();
+    ui->printButton->show();
+    ui->printButton->setEnabled(true);
+    ui->leafletLabel->hide();
+
+    // A document of the drug shown before must not open over the new one.
+    leafletRequested = false;
+    pdfDownloader.cancel();
+    leafletDownloader.cancel();
+
+    const Drug* drug = DrugViewModel::instance()->selectedDrug();
+    if (!drug)
+        return;
+
+    ui->Name->setText(drug->name);
+    ui->Inn->setText(drug->inn);
+    ui->Company->setText(drug->company);
+    ui->Kind->setText(drug->kind);
+    ui->Dose->setText(drug->dose);
+    ui->Box->setText(drug->box);
+
+    ui->DrugImage->clear();
+    const QStringList cached = QDir(cacheDir()).entryList({ QStringLiteral("*.png") }, QDir::Files);
+    QPixmap picture;
+    if (cached.contains(drug->gid + QStringLiteral(".png")))
+        picture.load(cachedPicturePath(drug->gid));
+    // A cached file that doesn't load is fetched again, as if it weren't there.
+    if (!picture.isNull()) {
+        showPicture(picture);
+    } else {
+        requestedGid = drug->gid;
+        imageGetter.get(drugImageUrl + drug->gid);
+    }
+
+    ui->Indication->setText(drug->status);
+
+    ui->label_7->setTextFormat(Qt::RichText);
+    ui->label_7->setText(DrugDatabase::indicationsById(drug->iid));
+    if (ui->label_7->text().isEmpty())
+        ui->label_7->setText(noIndications);
+
+    QLayout* refunds = ui->refundPriceList->layout();
+    while (QLayoutItem* item = refunds->takeAt(0)) {
+        delete item->widget();
+        delete item;
+    }
+
+    ui->fullPriceFrame->show();
+    ui->line->show();
+
+    // The last "100%" row is the full price; a drug without one leaves the
+    // previous drug's full price standing.
+    for (const DrugPrice& row : drug->priceList) {
+        qDebug() << row.level.name;
+        if (row.level.name == fullPriceLevel)
+            ui->fullPriceItem->setData(row);
+        else
+            refunds->addWidget(new PriceItem(row, nullptr));
+    }
+
+    if (DrugDatabase::leafletPath(drug->vid).isEmpty())
+        ui->printButton->hide();
+
+    repaint();
+}
+
+void DrugInfoWidget::showPicture(const QPixmap& picture)
+{
+    // Pictures sent in by users can be photographs of any size; the label shows
+    // them whole.
+    if (picture.width() > pictureArea.width() || picture.height() > pictureArea.height())
+        ui->DrugImage->setPixmap(picture.scaled(pictureArea, Qt::KeepAspectRatio, Qt::SmoothTransformation));
+    else
+        ui->DrugImage->setPixmap(picture);
+}
+
+void DrugInfoWidget::showPlaceholder()
+{
+    showPicture(QPixmap(placeholderPicture));
+    ui->pushButton->show();
+    repaint();
+}
+
+void DrugInfoWidget::onDrugImageResult(QNetworkReply* reply)
+{
+    const QString gid = requestedGid;
+    const QPixmap picture = reply->error() == QNetworkReply::NoError ? pictureOf(QtHttpGet::replyText(reply))
+                                                                     : QPixmap();
+    // An answer for a group no longer selected is kept under that group and
+    // nothing else: a drug selected meanwhile keeps its own picture.
+    const Drug* drug = DrugViewModel::instance()->selectedDrug();
+    const bool current = drug && drug->gid == gid;
+
+    if (picture.isNull()) {
+        if (current)
+            showPlaceholder();
+        return;
+    }
+    QDir().mkpath(cacheDir());
+    picture.save(cachedPicturePath(gid), "PNG");
+    if (current) {
+        showPicture(picture);
+        repaint();
+    }
+}
+
+void DrugInfoWidget::on_pushButton_clicked()
+{
+    const QString fileName = QFileDialog::getOpenFileName(this, tr("Wybierz zdjęcie"), QStringLiteral("/home/"),
+                                                          tr("Zdjęcia (*.png *.jpg *.bmp)"));
+    qDebug() << "Filename" << fileName;
+    if (fileName.isEmpty())
+        return;
+    sendImage(fileName);
+}
+
+void DrugInfoWidget::sendImage(const QString& fileName)
+{
+    // A file that doesn't load goes as an empty picture; the service judges it.
+    const QImage image(fileName);
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    image.save(&buffer, "PNG");
+
+    const Drug* drug = DrugViewModel::instance()->selectedDrug();
+    QJsonObject body;
+    body.insert(QStringLiteral("app_key"), ensureAppKey());
+    body.insert(QStringLiteral("image"), QString::fromLatin1(bytes.toBase64()));
+    body.insert(QStringLiteral("vid"), drug ? drug->vid : QStringLiteral("-1"));
+    body.insert(QStringLiteral("send_date"),
+                QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd hh:mm:ss")));
+    imageSender.post(newDrugImageUrl, QJsonDocument(body).toJson(QJsonDocument::Compact));
+}
+
+void DrugInfoWidget::onImageSendResult(QNetworkReply* reply)
+{
+    if (reply->error() != QNetworkReply::NoError)
+        return;
+    const QString text = QtHttpGet::replyText(reply);
+    qDebug() << "Response" << text;
+    const QJsonObject answer = QJsonDocument::fromJson(text.toUtf8()).object();
+    if (answer.value(QStringLiteral("status")).toString() == QLatin1String("success"))
+        return;
+    QString message = answer.value(QStringLiteral("message")).toString();
+    // An answer that says nothing still tells the user the picture didn't go.
+    if (message.isEmpty())
+        message = uploadRefused;
+    QMessageBox::information(this, QString(), message, QMessageBox::Ok);
+}
+
+void DrugInfoWidget::on_printButton_clicked()
+{
+    const Drug* drug = DrugViewModel::instance()->selectedDrug();
+    if (!drug)
+        return;
+    const QString vid = drug->vid;
+    const QString url = leafletServiceUrl + DrugDatabase::leafletPath(vid);
+    qDebug() << "Url" << url;
+
+    if (MainWindow* window = MainWindow::instance())
+        window->showStatusMessage(QStringLiteral("Trwa pobieranie ulotki dla leku"), 10000);
+    ui->leafletLabel->show();
+    ui->printButton->setEnabled(false);
+
+    leafletRequested = true;
+    leafletDownloader.download(url, vid, QStringLiteral(".pdf"));
+}
+
+void DrugInfoWidget::onLeafletDownloader_fileReady()
+{
+    if (!leafletRequested)
+        return;
+    leafletRequested = false;
+
+    if (MainWindow* window = MainWindow::instance())
+        window->clearStatusMessage();
+    ui->printButton->setEnabled(true);
+    ui->leafletLabel->hide();
+
+    auto* viewer = new ImageViewer(QStringLiteral("Ulotka"), &leafletDownloader, 0.5f, 4.0f, nullptr);
+    viewer->showFirstPage();
+    viewer->show();
+}
+
+void DrugInfoWidget::showFirstGif()
+{
+    onGifDataClicked(0);
+}
+
+void DrugInfoWidget::onGifDataClicked(int index)
+{
+    if (index < 0 || index >= gifData.size())
+        return;
+    currentGif = &gifData[index];
+    QString path = currentGif->path;
+    path.replace(QLatin1Char('\\'), QLatin1Char('/'));
+    const QString url = imagesUrl + path;
+    qDebug() << "Url = " << url;
+    pdfDownloader.download(url, QStringLiteral("gif") + QString::number(currentGif->id), QStringLiteral(".pdf"));
+}
+
+void DrugInfoWidget::onPDFDownloader_fileReady()
+{
+    if (!currentGif)
+        return;
+    const QString title = currentGif->name + QStringLiteral(" z dnia ") + currentGif->date;
+    auto* viewer = new ImageViewer(title, &pdfDownloader, 0.5f, 4.0f, nullptr);
+    viewer->showFirstPage();
+    viewer->show();
+}
+
+void DrugInfoWidget::on_showFullChPLButton_clicked()
+{
+    const Drug* drug = DrugViewModel::instance()->selectedDrug();
+    qDebug() << "Gid" << (drug ? drug->gid : QString()) << "Vid" << (drug ? drug->vid : QString());
+    if (!drug)
+        return;
+    QDesktopServices::openUrl(
+        QUrl(fullChplUrl + drug->name + QStringLiteral("=status!!warn!!level!"), QUrl::TolerantMode));
+}
+
+void DrugInfoWidget::on_pushButton_2_clicked()
+{
+    if (MainWindow* window = MainWindow::instance())
+        window->showSubstitutes();
 }
