@@ -1,0 +1,293 @@
+#include "appdir.h"
+#include "buildconfig.h"
+#include "db/drugdatabase.h"
+#include "drugs/druginfowidget.h"
+#include "drugs/drugviewmodel.h"
+#include "mainwindow.h"
+#include "simulator.h"
+#include "utils/imageviewer.h"
+#include "utils/networklimits.h"
+
+#include <QApplication>
+#include <QDesktopServices>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QLabel>
+#include <QLayout>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QSettings>
+#include <QStandardPaths>
+#include <QStatusBar>
+#include <QTabWidget>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <memory>
+
+namespace {
+const QString imageKey = QStringLiteral("/files/check.php?a=getImage");
+const QString uploadPath = QStringLiteral("/desktop/new_drug_image.php");
+
+QList<ImageViewer*> viewers()
+{
+    QList<ImageViewer*> found;
+    for (QWidget* widget : QApplication::topLevelWidgets())
+        if (auto* viewer = qobject_cast<ImageViewer*>(widget))
+            found << viewer;
+    return found;
+}
+} // namespace
+
+// The information tab inside the program's window, over the demo database, with
+// pictures and leaflets from the simulator.
+class tst_DrugInfoWidget : public QObject {
+    Q_OBJECT
+
+public slots:
+    void openUrl(const QUrl& url) { openedUrls << url; }
+
+private slots:
+    void initTestCase();
+    void cleanup();
+    void redrawFollowsTheDrug_data();
+    void redrawFollowsTheDrug();
+    void prices_data();
+    void prices();
+    void pictureIsCachedByGroup();
+    void placeholderAndUploadWithoutPicture_data();
+    void placeholderAndUploadWithoutPicture();
+    void uploadSendsPictureAndShowsRefusal();
+    void leafletOpensViewerUnlessAnotherDrugIsSelected_data();
+    void leafletOpensViewerUnlessAnotherDrugIsSelected();
+    void fullChplAndSubstitutes();
+
+private:
+    void select(const QString& vid);
+    template <typename T> T* part(const char* name) const { return info->findChild<T*>(QLatin1String(name)); }
+    static QString text(QObject* item, const char* label) { return item->findChild<QLabel*>(QLatin1String(label))->text(); }
+
+    QTemporaryDir dir;
+    Simulator simulator;
+    std::unique_ptr<MainWindow> window;
+    DrugInfoWidget* info = nullptr;
+    QList<QUrl> openedUrls;
+};
+
+void tst_DrugInfoWidget::initTestCase()
+{
+    QStandardPaths::setTestModeEnabled(true);
+    setProgramDir(dir.path());
+    QVERIFY(QFile::copy(QStringLiteral(QUILLARD_BINARY_DIR "/bin/") + DrugDatabase::drugDatabaseName,
+                        dir.filePath(DrugDatabase::drugDatabaseName)));
+    // The program's service addresses are compiled in, so the simulator takes that port.
+    QVERIFY(simulator.start(QUILLARD_SIMULATOR_PORT));
+    window = std::make_unique<MainWindow>(nullptr);
+    window->show();
+    QVERIFY(QTest::qWaitForWindowExposed(window.get()));
+    info = window->findChild<DrugInfoWidget*>();
+    QDesktopServices::setUrlHandler(QStringLiteral("http"), this, "openUrl");
+}
+
+void tst_DrugInfoWidget::cleanup()
+{
+    qDeleteAll(viewers());
+    DrugViewModel::instance()->clearDrugs();
+    NetworkLimits::setTransferTimeout(30000);
+    QVERIFY(simulator.reset());
+    // A leaflet rendered once opens at once, without a download to interrupt.
+    QVERIFY(QDir(dir.filePath(QStringLiteral("temp"))).removeRecursively());
+    QDir cache(dir.filePath(QStringLiteral("cache")));
+    QVERIFY(cache.removeRecursively() && cache.mkpath(QStringLiteral(".")));
+}
+
+void tst_DrugInfoWidget::select(const QString& vid)
+{
+    DrugViewModel::instance()->addDrug(DrugDatabase::drugByVid(vid));
+    QCoreApplication::processEvents();
+    // The redraw clears the picture; one comes from the cache, the service or
+    // the placeholder, so no answer is left to arrive in the next test.
+    QTRY_VERIFY(!part<QLabel>("DrugImage")->pixmap(Qt::ReturnByValue).isNull());
+}
+
+void tst_DrugInfoWidget::redrawFollowsTheDrug_data()
+{
+    QTest::addColumn<QString>("vid");
+    QTest::addColumn<QString>("indications");
+    QTest::addColumn<bool>("leaflet");
+    QTest::addColumn<bool>("substitutes");
+    const QString first = DrugDatabase::indicationsById(QStringLiteral("1"));
+    QTest::newRow("leaflet and substitutes") << "100001" << first << true << true;
+    QTest::newRow("empty leaflet") << "100003" << first << false << true;
+    QTest::newRow("no substitutes") << "100005" << first << true << false;
+    QTest::newRow("iid -1") << "100070" << "Brak wskazań wg ChPL" << false << false;
+}
+
+void tst_DrugInfoWidget::redrawFollowsTheDrug()
+{
+    QFETCH(QString, vid);
+    QFETCH(QString, indications);
+    QFETCH(bool, leaflet);
+    QFETCH(bool, substitutes);
+    select(vid);
+    const Drug drug = DrugDatabase::drugByVid(vid);
+    QCOMPARE(text(info, "Name"), drug.name);
+    QCOMPARE(text(info, "Indication"), drug.status);
+    QCOMPARE(text(info, "label_7"), indications);
+    QCOMPARE(!part<QPushButton>("printButton")->isHidden(), leaflet);
+    QCOMPARE(!part<QPushButton>("pushButton_2")->isHidden(), substitutes);
+}
+
+void tst_DrugInfoWidget::prices_data()
+{
+    QTest::addColumn<QStringList>("vids");
+    QTest::addColumn<QString>("fullPrice");
+    QTest::addColumn<QStringList>("refunds");
+    QTest::newRow("full price and ryczałt") << QStringList { "100001" } << "9,99 zł" << QStringList { "ryczałt" };
+    QTest::newRow("two 100% rows: the last wins") << QStringList { "100091" } << "19,60 zł" << QStringList {};
+    QTest::newRow("no 100% row keeps the previous full price")
+        << QStringList { "100001", "100080" } << "9,99 zł" << QStringList { "ryczałt", "50%" };
+}
+
+void tst_DrugInfoWidget::prices()
+{
+    QFETCH(QStringList, vids);
+    QFETCH(QString, fullPrice);
+    QFETCH(QStringList, refunds);
+    for (const QString& vid : vids)
+        select(vid);
+    QCOMPARE(text(part<QWidget>("fullPriceItem"), "value"), fullPrice);
+    QStringList levels;
+    QLayout* layout = part<QWidget>("refundPriceList")->layout();
+    for (int i = 0; i < layout->count(); ++i)
+        levels << text(layout->itemAt(i)->widget(), "xsName");
+    QCOMPARE(levels, refunds);
+}
+
+void tst_DrugInfoWidget::pictureIsCachedByGroup()
+{
+    const QString cached = dir.filePath(QStringLiteral("cache/1.png"));
+    select(QStringLiteral("100001"));
+    QVERIFY(QFile::exists(cached));
+    QVERIFY(part<QPushButton>("pushButton")->isHidden());
+    select(QStringLiteral("100002")); // same group
+    QTest::qWait(300);
+    QCOMPARE(simulator.records(imageKey).size(), 1);
+
+    // The name is compared exactly: an upper-case extension is no cached picture.
+    QVERIFY(QFile::rename(cached, dir.filePath(QStringLiteral("cache/1.PNG"))));
+    select(QStringLiteral("100001"));
+    QCOMPARE(simulator.records(imageKey).size(), 2);
+    QVERIFY(QFile::exists(cached));
+}
+
+void tst_DrugInfoWidget::placeholderAndUploadWithoutPicture_data()
+{
+    QTest::addColumn<QString>("vid");
+    QTest::addColumn<QString>("imageSource");
+    QTest::addColumn<QString>("fault");
+    QTest::newRow("empty array") << "100020" << "picture" << "";
+    QTest::newRow("empty src") << "100001" << "empty" << "";
+    QTest::newRow("bytes that are no picture") << "100001" << "notimage" << "";
+    QTest::newRow("answer that is no JSON") << "100001" << "picture" << "badjson";
+    QTest::newRow("server error") << "100001" << "picture" << "500";
+    QTest::newRow("service that never answers") << "100001" << "picture" << "noanswer";
+}
+
+void tst_DrugInfoWidget::placeholderAndUploadWithoutPicture()
+{
+    QFETCH(QString, vid);
+    QFETCH(QString, imageSource);
+    QFETCH(QString, fault);
+    NetworkLimits::setTransferTimeout(500);
+    QVERIFY(simulator.setValue(QStringLiteral("image_src"), imageSource));
+    if (!fault.isEmpty())
+        QVERIFY(simulator.setFault(imageKey, fault));
+    select(vid);
+    QVERIFY(!part<QPushButton>("pushButton")->isHidden());
+    QVERIFY(QDir(dir.filePath(QStringLiteral("cache"))).isEmpty());
+}
+
+void tst_DrugInfoWidget::uploadSendsPictureAndShowsRefusal()
+{
+    QVERIFY(simulator.setFault(uploadPath, QStringLiteral("reject")));
+    QImage photo(40, 30, QImage::Format_RGB32);
+    photo.fill(QColor(10, 120, 200));
+    const QString file = dir.filePath(QStringLiteral("photo.png"));
+    QVERIFY(photo.save(file));
+    select(QStringLiteral("100020"));
+
+    // The refusal comes as a modal box: note its title and text, and close it.
+    QStringList shown;
+    QTimer answerer;
+    connect(&answerer, &QTimer::timeout, this, [&shown] {
+        if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+            shown << box->windowTitle() + QLatin1Char('|') + box->text();
+            box->button(QMessageBox::Ok)->click();
+        }
+    });
+    answerer.start(20);
+    info->sendImage(file);
+    QTRY_COMPARE(shown, QStringList { "|Serwer odrzucił dane (symulator)" });
+
+    const QJsonObject body = QJsonDocument::fromJson(
+        simulator.records(uploadPath).first()[QStringLiteral("body")].toString().toUtf8()).object();
+    QCOMPARE(body.keys(), (QStringList { "app_key", "image", "send_date", "vid" }));
+    QCOMPARE(body[QStringLiteral("app_key")].toString(), QSettings().value(QStringLiteral("app_key")).toString());
+    QCOMPARE(body[QStringLiteral("vid")].toString(), QStringLiteral("100020"));
+    const QByteArray image = QByteArray::fromBase64(body[QStringLiteral("image")].toString().toLatin1());
+    QCOMPARE(QImage::fromData(image, "PNG").convertToFormat(QImage::Format_RGB32), photo);
+}
+
+void tst_DrugInfoWidget::leafletOpensViewerUnlessAnotherDrugIsSelected_data()
+{
+    QTest::addColumn<bool>("selectAnother");
+    QTest::newRow("leaflet comes in") << false;
+    QTest::newRow("another drug selected while it comes in") << true;
+}
+
+void tst_DrugInfoWidget::leafletOpensViewerUnlessAnotherDrugIsSelected()
+{
+    QFETCH(bool, selectAnother);
+    auto* print = part<QPushButton>("printButton");
+    auto* label = part<QLabel>("leafletLabel");
+    if (selectAnother)
+        QVERIFY(simulator.setFault(QStringLiteral("/leaflets/*"), QStringLiteral("slow")));
+    select(QStringLiteral("100001"));
+    QTest::mouseClick(print, Qt::LeftButton);
+    QVERIFY(!print->isEnabled() && !label->isHidden());
+    QCOMPARE(window->statusBar()->currentMessage(), QStringLiteral("Trwa pobieranie ulotki dla leku"));
+
+    if (selectAnother) {
+        select(QStringLiteral("100002"));
+        QVERIFY(print->isEnabled() && label->isHidden());
+        // The slow answer ends after three seconds; nothing may open for the old drug.
+        QTest::qWait(4500);
+        QVERIFY(viewers().isEmpty());
+        return;
+    }
+    QTRY_COMPARE_WITH_TIMEOUT(viewers().size(), 1, 15000);
+    QCOMPARE(viewers().first()->windowTitle(), QStringLiteral("Ulotka"));
+    QVERIFY(print->isEnabled() && label->isHidden());
+}
+
+void tst_DrugInfoWidget::fullChplAndSubstitutes()
+{
+    select(QStringLiteral("100041"));
+    QTest::mouseClick(part<QPushButton>("showFullChPLButton"), Qt::LeftButton);
+    QCOMPARE(openedUrls.size(), 1);
+    QCOMPARE(openedUrls.first().fragment(QUrl::FullyDecoded),
+             QStringLiteral("search=Miętówka Żołądkowa Demo=status!!warn!!level!"));
+
+    select(QStringLiteral("100001"));
+    auto* tabs = window->findChild<QTabWidget*>(QStringLiteral("tabWidget"));
+    QTest::mouseClick(part<QPushButton>("pushButton_2"), Qt::LeftButton);
+    QVERIFY(tabs->tabText(tabs->currentIndex()).startsWith(QStringLiteral("Zamienniki")));
+
+    // Nothing fills this tab's list of GIF decisions: the first is nothing to open.
+    info->showFirstGif();
+    QVERIFY(viewers().isEmpty());
+}
+
+QTEST_MAIN(tst_DrugInfoWidget)
+#include "tst_druginfowidget.moc"
