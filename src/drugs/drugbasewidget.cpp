@@ -7,15 +7,20 @@
 #include "drugs/drugsubstituteitem.h"
 #include "drugs/drugsubstituteviewmodel.h"
 #include "drugs/drugviewmodel.h"
+#include "drugs/giflistitem.h"
 #include "drugs/searchlistitem.h"
 #include "drugs/searchlookup.h"
 #include "mainwindow.h"
+#include "urls.h"
+#include "utils/imageviewer.h"
+#include "utils/pdfdownloader.h"
 
 #include <QDebug>
 #include <QFrame>
 #include <QLabel>
 #include <QListWidgetItem>
 #include <QPushButton>
+#include <QUrl>
 #include <QVBoxLayout>
 
 namespace {
@@ -25,6 +30,8 @@ const QString substitutesTabText = QStringLiteral("Zamienniki");
 constexpr int sectionAnimationMs = 300;
 const QString warningTextStyle =
     QStringLiteral(";\n border: 0px solid transparent;\n\tbackground-color: white;\n\tcolor: #737373;\n");
+const QString gifTabText = QStringLiteral("Decyzje GIF");
+const QString gifViewerName = QStringLiteral("gifPdfViewer");
 
 // Radius 18 on a 37 pixel button: past half the side Qt draws no rounding at all.
 const QString clearDrugsStyle = QStringLiteral(
@@ -255,17 +262,75 @@ void DrugBaseWidget::fillWarnings(const QString& vid, int currentIndex)
 
 void DrugBaseWidget::fillGifDecisions(const QString& vid)
 {
-    Q_UNUSED(vid)
+    qDeleteAll(ui->gifListFrame->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly));
+    removeGifViewers();
+
+    const QList<GifDecision> decisions = DrugDatabase::gifDecisions(vid);
+    const int tab = ui->tabWidget->indexOf(ui->GIF_tab);
+    if (decisions.isEmpty()) {
+        if (tab >= 0)
+            ui->tabWidget->removeTab(tab);
+        return;
+    }
+    if (tab < 0)
+        ui->tabWidget->addTab(ui->GIF_tab, gifTabText);
+
+    // The items stand side by side from the left, not spread over the row.
+    ui->gifListFrame->layout()->setAlignment(Qt::AlignLeft);
+    for (const GifDecision& decision : decisions) {
+        auto* item = new GifListItem(ui->gifListFrame, decision.date, decision.path);
+        ui->gifListFrame->layout()->addWidget(item);
+        connect(item, &GifListItem::gifClicked, this, &DrugBaseWidget::onGifClicked);
+    }
+    // The newest document comes at once, also while the tab is not in view.
+    showGifPdf(imagesUrl + decisions.first().path);
+}
+
+void DrugBaseWidget::removeGifViewers()
+{
+    qDeleteAll(ui->gifFrame->findChildren<ImageViewer*>(gifViewerName));
 }
 
 void DrugBaseWidget::showGifPdf(const QString& url)
 {
-    Q_UNUSED(url)
+    // The page holds the downloader until its signal, so that one still running
+    // when the page goes is not left behind.
+    auto* downloader = new PDFDownloader(this);
+    connect(downloader, &PDFDownloader::fileReady, this, [this, downloader] {
+        removeGifViewers();
+        auto* viewer = new ImageViewer(QString(), downloader, 0.5f, 4.0f, nullptr);
+        viewer->setObjectName(gifViewerName);
+        viewer->showFirstPage();
+        ui->gifFrame->layout()->addWidget(viewer);
+        // The viewer reads its pages through the downloader for paging and
+        // printing, so the downloader lives exactly as long as the viewer.
+        downloader->setParent(viewer);
+    });
+    connect(downloader, &PDFDownloader::error, this, [downloader] {
+        if (MainWindow* window = MainWindow::instance())
+            window->showAlertMessage(QStringLiteral("Wystąpił błąd podczas pobierania decyzji GIF!"), 10000);
+        downloader->deleteLater();
+    });
+
+    // Paths in the database may come with Windows back-slashes.
+    QString address = url;
+    address.replace(QLatin1Char('\\'), QLatin1Char('/'));
+    const QString stem = QUrl(address).fileName(QUrl::FullyDecoded).section(QLatin1Char('.'), 0, 0);
+    downloader->download(address, stem, QStringLiteral(".pdf"));
 }
 
 void DrugBaseWidget::onGifClicked(const QString& pdfPath)
 {
-    Q_UNUSED(pdfPath)
+    // A bubble's click comes while other programs are in front: the window comes up.
+    if (MainWindow* window = MainWindow::instance()) {
+        window->display();
+        window->raise();
+        window->setFocus(Qt::OtherFocusReason);
+        window->showDrugPage();
+    }
+    qDebug() << "Pdf path" << pdfPath;
+    ui->tabWidget->setCurrentWidget(ui->GIF_tab);
+    showGifPdf(pdfPath);
 }
 
 void DrugBaseWidget::fillDrugVersions(const QString& gid)

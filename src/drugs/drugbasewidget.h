@@ -46,6 +46,7 @@ private:
     void fillWarnings(const QString& vid, int currentIndex);
     void fillGifDecisions(const QString& vid);
     void showGifPdf(const QString& url);
+    void removeGifViewers();
     void fillDrugVersions(const QString& gid);
     void fillSubstitutes();
 
