@@ -6,6 +6,7 @@
 #include "drugs/drugbasewidget.h"
 #include "drugs/drugsubstituteviewmodel.h"
 #include "drugs/drugviewmodel.h"
+#include "drugs/gifbubble.h"
 #include "utils/keyboardreader.h"
 
 #include <QApplication>
@@ -164,6 +165,24 @@ void MainWindow::onNewReading(const QString& ean)
     DrugViewModel::instance()->addDrug(drug);
     showDrugPage();
     ui->drugBase->showTab(QStringLiteral("Informacje"));
+
+    // One bubble per GIF decision, the newest on top; they are tied together,
+    // so that a click on one closes them all, as do Escape and the next scan.
+    const QList<GifDecision> decisions = DrugDatabase::gifDecisions(drug.vid);
+    QList<GifBubble*> bubbles;
+    for (int i = 0; i < decisions.size(); ++i) {
+        const GifDecision& decision = decisions.at(i);
+        auto* bubble = new GifBubble(nullptr);
+        bubble->Show(decision.path, decision.path, decision.date, decision.descr, decisions.size() - i, drug.vid);
+        connect(bubble, &GifBubble::gifClicked, ui->drugBase, &DrugBaseWidget::onGifClicked);
+        connect(KeyboardReader::instance(), &KeyboardReader::escape, bubble, &GifBubble::Hide);
+        connect(KeyboardReader::instance(), &KeyboardReader::newReading, bubble, &GifBubble::Hide);
+        bubbles << bubble;
+    }
+    for (GifBubble* clicked : bubbles) {
+        for (GifBubble* other : bubbles)
+            connect(clicked, &GifBubble::gifClicked, other, &GifBubble::Hide);
+    }
 }
 
 void MainWindow::display()
