@@ -7,6 +7,7 @@
 
 #include <QDebug>
 #include <QPainter>
+#include <QPointer>
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QScrollBar>
@@ -162,7 +163,13 @@ void ImageViewer::on_pushButton_clicked()
 {
     QPrinter printer(QPrinter::HighResolution);
     auto* dialog = new QPrintDialog(&printer, this);
-    if (dialog->exec() == QDialog::Accepted)
+    // A scan while the dialog is open rebuilds the GIF tab and takes its viewer,
+    // and the dialog with it, away.
+    const QPointer<ImageViewer> alive(this);
+    const int answer = dialog->exec();
+    if (!alive)
+        return;
+    if (answer == QDialog::Accepted)
         print(&printer);
     dialog->deleteLater();
 }
