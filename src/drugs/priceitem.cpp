@@ -11,6 +11,7 @@ const QString noIndications = QStringLiteral("Brak wskazań");
 const QString chemotherapy = QStringLiteral("chemioterapia");
 const QString drugProgramme = QStringLiteral("program lekowy");
 const QString attachmentPath = QStringLiteral("/mobile/pdf/index.php?f=");
+constexpr int minimumBoxWidth = 47;
 
 } // namespace
 
@@ -42,7 +43,13 @@ void PriceItem::setData(const DrugPrice& price)
     ui->xsName->adjustSize();
     ui->xsDescription->adjustSize();
     ui->value->adjustSize();
+    // The box keeps its level's text whole when the row is short of room.
+    ui->frame->setMinimumWidth(qMax(minimumBoxWidth, ui->frame->sizeHint().width()));
     adjustSize();
+    // adjustSize() places nothing inside a layout, and a text that didn't change
+    // brings no layout pass: the box's label would keep the spot adjustSize gave it.
+    ui->frameLayout->invalidate();
+    layout()->invalidate();
 }
 
 QString PriceItem::valueText(const QString& payment)
