@@ -21,6 +21,7 @@ import json
 import os
 import re
 import select
+import shlex
 import shutil
 import signal
 import socket
@@ -206,6 +207,13 @@ def package_picture(gid):
     return make_png(width, height, pixel)
 
 
+def installer_script(marker):
+    """A harmless installer for tests: a shell script that only writes
+    "started" into the marker file, by default beside itself."""
+    target = shlex.quote(marker) if marker else '"$(dirname "$0")/installer-started"'
+    return ("#!/bin/sh\necho started > %s\n" % target).encode("utf-8")
+
+
 def installer_bytes(name):
     header = b"MZ" + ("Quillard installer from the service simulator: %s\r\n" % name).encode("ascii", "replace")
     body = bytearray(header)
@@ -243,7 +251,8 @@ class State:
         with self.lock:
             self.faults = {}
             self.records.clear()
-            self.settings = {"app_version": DEFAULT_APP_VERSION, "image_src": "picture"}
+            self.settings = {"app_version": DEFAULT_APP_VERSION, "image_src": "picture",
+                             "installer_name": "", "installer_marker": "", "installer_body": "file"}
 
     # --- demo database -----------------------------------------------------
 
@@ -632,7 +641,8 @@ class Handler(http.server.BaseHTTPRequestHandler):
             return json_reply(state.records_for(params.get("path")))
         if path == "/_sim/set":
             key = params.get("key", "")
-            if key not in ("app_version", "data_version", "list_date", "image_src"):
+            if key not in ("app_version", "data_version", "list_date", "image_src",
+                           "installer_name", "installer_marker", "installer_body"):
                 return json_reply({"status": "error", "message": "unknown key"}, 400)
             with state.lock:
                 state.settings[key] = params.get("value", "")
@@ -691,8 +701,9 @@ class Handler(http.server.BaseHTTPRequestHandler):
 
     def app_version(self, params):
         with self.state.lock:
-            version = self.state.settings["app_version"]
-        installer = "quillard-setup-%s.exe" % version
+            settings = dict(self.state.settings)
+        version = settings["app_version"]
+        installer = settings["installer_name"] or "quillard-setup-%s.exe" % version
         action = params.get("a")
         if action == "version":
             return Reply(200, version)
@@ -701,8 +712,14 @@ class Handler(http.server.BaseHTTPRequestHandler):
         if action == "file":
             if params.get("f") != installer:
                 return not_found("/desktop/app_version.php?a=file&f=" + params.get("f", ""))
-            return Reply(200, installer_bytes(installer), "application/octet-stream",
-                         [("Content-Disposition", "attachment; filename=\"%s\"" % installer)])
+            if settings["installer_body"] == "empty":
+                body = b""
+            elif installer.endswith(".sh"):
+                body = installer_script(settings["installer_marker"])
+            else:
+                body = installer_bytes(installer)
+            return Reply(200, body, "application/octet-stream",
+                         [("Content-Disposition", "attachment; filename=\"%s\"" % re.sub(r'[^ !#-~]', "_", os.path.basename(installer)))])
         return Reply(400, "unknown action")
 
     def desktop_post(self, body):

@@ -154,6 +154,29 @@ class SimulatorTest(unittest.TestCase):
         for other in ("", "inny.exe", "../" + name):
             self.assertEqual(self.request("/desktop/app_version.php?a=file&f=" + urllib.parse.quote(other))[0], 404)
 
+    def test_installer_settings(self):
+        folder = tempfile.mkdtemp(prefix="quillard-installer-", dir=self.folder)
+        self.json("/_sim/set?key=installer_name&value=setup.sh")
+        self.assertEqual(self.json("/desktop/app_version.php?a=list")[1][0][1][1][1], "setup.sh")
+        marker = os.path.join(folder, "a b's marker")
+        for setting, written in (("", os.path.join(folder, "installer-started")), (marker, marker)):
+            self.json("/_sim/set?" + urllib.parse.urlencode({"key": "installer_marker", "value": setting}))
+            status, _, script = self.request("/desktop/app_version.php?a=file&f=setup.sh")
+            self.assertEqual(status, 200)
+            self.assertTrue(script.startswith(b"#!/bin/sh\n"))
+            path = os.path.join(folder, "setup.sh")
+            with open(path, "wb") as file:
+                file.write(script)
+            subprocess.run(["/bin/sh", path], check=True)
+            with open(written) as file:
+                self.assertEqual(file.read(), "started\n")
+        self.json("/_sim/set?key=installer_name&value=../x.sh")
+        self.assertEqual(self.request("/desktop/app_version.php?a=file&f=../x.sh")[0], 200)
+        self.json("/_sim/set?key=installer_body&value=empty")
+        self.assertEqual(self.request("/desktop/app_version.php?a=file&f=../x.sh")[:3:2], (200, b""))
+        self.json("/_sim/reset")
+        self.assertEqual(self.json("/desktop/app_version.php?a=list")[1][0][1][1][1], "quillard-setup-1.6.5.0.exe")
+
     def test_post_endpoints_answer_envelope_and_record(self):
         for path in DESKTOP_POST_PATHS:
             body = json.dumps({"app_key": "{6f9619ff-8b86-d011-b42d-00c04fc964ff}", "path": path},
