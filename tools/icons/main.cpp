@@ -27,6 +27,7 @@ std::vector<Picture> allPictures()
         {QStringLiteral("tray.png"), Pictures::tray},
         {QStringLiteral("splash.png"), Pictures::splash},
         {QStringLiteral("banner_corvane.png"), Pictures::bannerCorvane},
+        {QStringLiteral("contact.png"), Pictures::contact},
         {QStringLiteral("znajdz-lek.png"), Pictures::findDrug},
         {QStringLiteral("no-recipe.png"), Pictures::noRecipe},
         {QStringLiteral("placeholderDrugImage.png"), Pictures::placeholderDrugImage},

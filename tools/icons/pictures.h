@@ -10,6 +10,7 @@ namespace Pictures {
 QImage tray();
 QImage splash();
 QImage bannerCorvane();
+QImage contact();
 
 // Illustrations of empty states.
 QImage findDrug();
