@@ -252,7 +252,8 @@ class State:
             self.faults = {}
             self.records.clear()
             self.settings = {"app_version": DEFAULT_APP_VERSION, "image_src": "picture",
-                             "installer_name": "", "installer_marker": "", "installer_body": "file"}
+                             "installer_name": "", "installer_marker": "", "installer_body": "file",
+                             "app_list": ""}
 
     # --- demo database -----------------------------------------------------
 
@@ -642,7 +643,7 @@ class Handler(http.server.BaseHTTPRequestHandler):
         if path == "/_sim/set":
             key = params.get("key", "")
             if key not in ("app_version", "data_version", "list_date", "image_src",
-                           "installer_name", "installer_marker", "installer_body"):
+                           "installer_name", "installer_marker", "installer_body", "app_list"):
                 return json_reply({"status": "error", "message": "unknown key"}, 400)
             with state.lock:
                 state.settings[key] = params.get("value", "")
@@ -708,6 +709,8 @@ class Handler(http.server.BaseHTTPRequestHandler):
         if action == "version":
             return Reply(200, version)
         if action == "list":
+            if settings["app_list"]:
+                return Reply(200, settings["app_list"], "application/json; charset=utf-8")
             return json_reply([version, [[0, ["installer", [0, installer]]]]])
         if action == "file":
             if params.get("f") != installer:

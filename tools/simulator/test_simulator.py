@@ -174,6 +174,8 @@ class SimulatorTest(unittest.TestCase):
         self.assertEqual(self.request("/desktop/app_version.php?a=file&f=../x.sh")[0], 200)
         self.json("/_sim/set?key=installer_body&value=empty")
         self.assertEqual(self.request("/desktop/app_version.php?a=file&f=../x.sh")[:3:2], (200, b""))
+        self.json("/_sim/set?" + urllib.parse.urlencode({"key": "app_list", "value": '[0,[[0,[0,[0,"a.exe"]]]]]'}))
+        self.assertEqual(self.request("/desktop/app_version.php?a=list")[2], b'[0,[[0,[0,[0,"a.exe"]]]]]')
         self.json("/_sim/reset")
         self.assertEqual(self.json("/desktop/app_version.php?a=list")[1][0][1][1][1], "quillard-setup-1.6.5.0.exe")
 
