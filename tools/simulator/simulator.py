@@ -224,6 +224,27 @@ def installer_bytes(name):
     return bytes(body[:65536])
 
 
+def write_archive(path, database, kind):
+    """The offered database's zip: `database` as its member, or for `kind`
+    "notdatabase" a member that is text, for "badcrc" one whose stored bytes
+    no longer match their CRC."""
+    if kind == "notdatabase":
+        with zipfile.ZipFile(path, "w", zipfile.ZIP_DEFLATED) as archive:
+            archive.writestr(DATABASE_NAME, "Brak bazy: to nie jest plik SQLite.\n" * 64)
+        return
+    method = zipfile.ZIP_STORED if kind == "badcrc" else zipfile.ZIP_DEFLATED
+    with zipfile.ZipFile(path, "w", method) as archive:
+        archive.write(database, DATABASE_NAME)
+    if kind == "badcrc":
+        with open(path, "r+b") as archive:
+            header = archive.read(30)
+            name_length, extra_length = struct.unpack("<HH", header[26:30])
+            archive.seek(30 + name_length + extra_length + os.path.getsize(database) // 2)
+            byte = archive.read(1)
+            archive.seek(-1, os.SEEK_CUR)
+            archive.write(bytes([byte[0] ^ 0xFF]))
+
+
 def normalise_slashes(path):
     return path.replace("\\", "/").lstrip("/")
 
@@ -253,7 +274,7 @@ class State:
             self.records.clear()
             self.settings = {"app_version": DEFAULT_APP_VERSION, "image_src": "picture",
                              "installer_name": "", "installer_marker": "", "installer_body": "file",
-                             "app_list": ""}
+                             "app_list": "", "archive": "database"}
 
     # --- demo database -----------------------------------------------------
 
@@ -323,12 +344,14 @@ class State:
         version, list_date = self.offered()
         if not self.read_catalogue()["present"]:
             return None
-        key = (version, list_date)
+        with self.lock:
+            kind = self.settings.get("archive", "database")
+        key = (version, list_date, kind)
         with self.build_lock:
             path = self.archives.get(key)
             if path and os.path.exists(path):
                 return path
-            safe = re.sub(r"[^0-9A-Za-z_.-]", "_", "%s_%s" % key)
+            safe = re.sub(r"[^0-9A-Za-z_.-]", "_", "%s_%s_%s" % key)
             work = os.path.join(self.state_dir, "db-%s.sqlite3" % safe)
             path = os.path.join(self.state_dir, "archive-%s.zip" % safe)
             shutil.copyfile(self.db_path, work)
@@ -341,8 +364,7 @@ class State:
             finally:
                 connection.close()
             partial = path + ".part"
-            with zipfile.ZipFile(partial, "w", zipfile.ZIP_DEFLATED) as archive:
-                archive.write(work, DATABASE_NAME)
+            write_archive(partial, work, kind)
             os.replace(partial, path)
             os.remove(work)
             self.archives[key] = path
@@ -643,7 +665,8 @@ class Handler(http.server.BaseHTTPRequestHandler):
         if path == "/_sim/set":
             key = params.get("key", "")
             if key not in ("app_version", "data_version", "list_date", "image_src",
-                           "installer_name", "installer_marker", "installer_body", "app_list"):
+                           "installer_name", "installer_marker", "installer_body", "app_list",
+                           "refund_answer", "archive"):
                 return json_reply({"status": "error", "message": "unknown key"}, 400)
             with state.lock:
                 state.settings[key] = params.get("value", "")
@@ -744,6 +767,10 @@ class Handler(http.server.BaseHTTPRequestHandler):
     def check(self, params):
         action = params.get("a")
         if action == "info_refund":
+            with self.state.lock:
+                answer = self.state.settings.get("refund_answer")
+            if answer is not None:
+                return Reply(200, answer)
             return Reply(200, "1#%s" % self.state.offered()[1])
         if action == "info":
             return Reply(200, self.state.offered()[0])

@@ -25,7 +25,7 @@ HERE = os.path.dirname(os.path.abspath(__file__))
 SIMULATOR = os.path.join(HERE, "simulator.py")
 
 sys.path.insert(0, HERE)
-from simulator import DESKTOP_POST_PATHS, MAX_RECORDS, State  # noqa: E402
+from simulator import DATABASE_NAME, DESKTOP_POST_PATHS, MAX_RECORDS, State  # noqa: E402
 
 DATABASE_SQL = """
 CREATE TABLE v (vid TEXT, name TEXT, gid TEXT, leaflet TEXT);
@@ -253,6 +253,20 @@ class SimulatorTest(unittest.TestCase):
         self.assertEqual(connection.execute("SELECT val FROM cfg WHERE key = 'data_version'").fetchone()[0],
                          "1600000000")
         connection.close()
+
+    def test_spoiled_database_offer(self):
+        for answer in ("x#2020-04-01\n", ""):
+            self.json("/_sim/set?key=refund_answer&value=" + urllib.parse.quote(answer))
+            self.assertEqual(self.request("/files/check.php?a=info_refund&db=1")[2], answer.encode())
+        self.json("/_sim/set?key=archive&value=notdatabase")
+        data = self.request("/files/check.php?a=get&db=1")[2]
+        with zipfile.ZipFile(io.BytesIO(data)) as archive:
+            self.assertIsNone(archive.testzip())
+            self.assertFalse(archive.read(DATABASE_NAME).startswith(b"SQLite format 3"))
+        self.json("/_sim/set?key=archive&value=badcrc")
+        data = self.request("/files/check.php?a=get&db=1")[2]
+        with zipfile.ZipFile(io.BytesIO(data)) as archive:
+            self.assertEqual(archive.testzip(), DATABASE_NAME)
 
     def test_package_pictures(self):
         answer = self.json("/files/check.php?a=getImage&app=quillard&kind=desktop&id=7")
