@@ -5,6 +5,11 @@
 #include <QObject>
 #include <QString>
 
+#include <memory>
+
+class QFile;
+class QUrl;
+
 // Compares the program's version with the one the desktop API announces and,
 // on the user's word, fetches the installer named by the service's file list,
 // starts it and quits.
@@ -20,6 +25,10 @@ public:
     void checkVersion();
     void downloadUpdate();
 
+    // What a downloaded installer must pass before it is written and started.
+    static bool isPlainFileName(const QString& name);
+    static bool isTrustedSource(const QUrl& url);
+
 signals:
     void oldVersion(const QString& current, const QString& online);
     void actVersion();
@@ -29,4 +38,18 @@ private slots:
     void onVersionDownload(QNetworkReply* reply);
     void onUpdaterDownload(QNetworkReply* reply);
     void onFileDownload(QNetworkReply* reply);
+
+private:
+    // A file in the updater's folder below the application's local data.
+    std::unique_ptr<QFile> updaterFile(const QString& name);
+    void downloadUpdaterFile();
+    void failUpdaterDownload(int line, const QString& reason);
+
+    const QString updaterDirName = QStringLiteral("updater");
+    const QString updateLogName = QStringLiteral("update.log");
+    const QString updateTaskName = QStringLiteral("update.task");
+    QString fileName;
+    QtHttpGet versionGet;
+    QtHttpGet updaterGet;
+    QtHttpGet listGet;
 };
