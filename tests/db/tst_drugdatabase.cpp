@@ -2,7 +2,6 @@
 #include "db/drugdatabase.h"
 #include "testsupport.h"
 
-#include <QDateTime>
 #include <QFile>
 #include <QRegularExpression>
 #include <QSqlDatabase>
@@ -27,12 +26,11 @@ INSERT INTO m VALUES (1, 'Paracetamolum'), (2, 'Coffeinum'), (3, 'Prep. złoż.'
 INSERT INTO postac_match VALUES ('tabletki', 1), ('tabletki powlekane', 1), ('kapsułki', 2), ('zawiesina doustna', 3);
 INSERT INTO xs VALUES (7, '50%', 'Odpłatność 50%'), (9, '30%', 'Odpłatność 30%'), (5, 'ryczałt', 'Opłata ryczałtowa');
 INSERT INTO d VALUES (12, 'Ból przewlekły', 'Ból w chorobie nowotworowej'), (7, 'chemioterapia', 'Leczenie w ramach chemioterapii');
-INSERT INTO x VALUES (3, 'Gorączka u dzieci');
 INSERT INTO i VALUES (5, 'Bóle różnego pochodzenia.');
 
 INSERT INTO v VALUES (1, 'Apap', 1, 100, 'tabletki', '500 mg', '50 szt.', 'US Pharmacia', '7|3,20|12|-1|-1|12,80|-1|-1', 5, '000123\ulotka.pdf', '14478650, 14478651');
 INSERT INTO v VALUES (2, 'Paracetamol Biofarm', 1, 100, 'tabletki powlekane', '500 mg', '20 szt.', 'Biofarm', '9|5,00|12|-1', 5, '', '');
-INSERT INTO v VALUES (3, 'Panadol Extra', 2, 100, 'tabletki', '500 mg', '24 szt.', 'GSK', '9|9,99|12|-1', 5, '', '14478651,abc');
+INSERT INTO v VALUES (3, 'Panadol Extra', 2, 100, 'tabletki', '500 mg', '24 szt.', 'GSK', '9|9,99|12|-1', 5, '', '');
 INSERT INTO v VALUES (4, 'Apap Junior', 1, 100, 'tabletki', '250 mg', '10 szt.', 'US Pharmacia', '7|2,00|12|-1', 5, '', '14478651,');
 INSERT INTO v VALUES (5, 'Apap zawiesina', 1, 100, 'zawiesina doustna', '500 mg', '100 ml', 'US Pharmacia', '7|2,00|12|-1', 5, '', '1); DROP TABLE v; --');
 INSERT INTO v VALUES (6, 'Paracetamol Dose', 1, 100, 'tabletki', '500mg', '10 szt.', 'Polfa', '7|2,00|12|-1', 5, '', ' 14478651 ');
@@ -51,7 +49,7 @@ INSERT INTO v VALUES (18, 'Żelaza siarczan', 1, 400, 'tabletki', '100 mg', '50 
 INSERT INTO v VALUES (19, 'Miętówka', 1, 400, 'tabletki', '1 g', '20 szt.', 'Polfa', '', 5, '', '');
 
 INSERT INTO ve VALUES (1, '5909990733828'), (1, '5909990733835'), (2, '5909990000011'), (4, '5909990733842'),
-                      (12, '590''123'), (15, '5900000000015');
+                      (12, '590''123');
 
 INSERT INTO vm VALUES (1, 1), (2, 1), (3, 1), (3, 2), (4, 1), (5, 1), (6, 1), (7, 1), (7, 3), (8, 1), (8, 3),
                       (9, 1), (10, 1), (11, 1), (14, 1), (12, 5), (17, 5);
@@ -102,8 +100,7 @@ private slots:
     void initTestCase();
     void init();
 
-    void drugByVidReadsEveryColumn();
-    void lookupsOfMissingRows();
+    void drugsByIdAndGroup();
     void drugByEan_data();
     void drugByEan();
     void searchDrugs_data();
@@ -114,13 +111,10 @@ private slots:
     void substitutes();
     void refundRows_data();
     void refundRows();
-    void fixedRefundRecordsNeedNoTable();
     void warnings_data();
     void warnings();
-    void descriptions_data();
     void descriptions();
     void smallReads();
-    void databaseDateText_data();
     void databaseDateText();
     void gifDecisionsNewestFirst();
     void adverts();
@@ -168,7 +162,7 @@ void TestDrugDatabase::useDatabase(const QString& sql)
     extraDirs.push_back(std::move(dir));
 }
 
-void TestDrugDatabase::drugByVidReadsEveryColumn()
+void TestDrugDatabase::drugsByIdAndGroup()
 {
     const Drug drug = drugByVid(QStringLiteral("1"));
     QCOMPARE(QStringList({drug.vid, drug.name, drug.status, drug.inn, drug.kind, drug.dose, drug.box,
@@ -176,17 +170,10 @@ void TestDrugDatabase::drugByVidReadsEveryColumn()
                  .join('/'),
              QStringLiteral("1/Apap/Dopuszczony/Paracetamolum/tabletki/500 mg/50 szt./US Pharmacia/"
                             "7|3,20|12|-1|-1|12,80|-1|-1/5/100"));
-    QCOMPARE(drug.priceList.size(), 2);
 
     QCOMPARE(firstDrugOfGroup(QStringLiteral("300")).vid, QStringLiteral("7"));
     QCOMPARE(vidsOf(drugsOfGroup(QStringLiteral("300"))), (QStringList{"7", "8"}));
-}
 
-void TestDrugDatabase::lookupsOfMissingRows()
-{
-    QVERIFY(drugByVid(QStringLiteral("999")).gid.isEmpty());
-    QTest::ignoreMessage(QtDebugMsg, "0 rows");
-    QVERIFY(firstDrugOfGroup(QStringLiteral("999")).vid.isEmpty());
     // A package whose group isn't in g is "not found" for the scan road.
     const Drug orphan = drugByVid(QStringLiteral("15"));
     QCOMPARE(orphan.name, QStringLiteral("Sierota"));
@@ -204,10 +191,7 @@ void TestDrugDatabase::drugByEan_data()
     QTest::newRow("first of two codes") << "5909990733828" << "1";
     QTest::newRow("unknown code") << "5909990999999" << "";
     QTest::newRow("underscore is any one character") << "590999073382_" << "1";
-    QTest::newRow("percent is any text") << "%733842" << "4";
     QTest::newRow("quote is searched for") << "590'123" << "12";
-    QTest::newRow("stray quote") << "5909'" << "";
-    QTest::newRow("code of a package without a group") << "5900000000015" << "15";
 }
 
 void TestDrugDatabase::drugByEan()
@@ -227,7 +211,6 @@ void TestDrugDatabase::searchDrugs_data()
 
     const QStringList apaps{"1", "1", "4", "5", "11"};
     QTest::newRow("start of the name, each EAN a row") << QStringList{"apap"} << 20 << apaps;
-    QTest::newRow("upper case") << QStringList{"APAP"} << 20 << apaps;
     QTest::newRow("inside a word is no match") << QStringList{"pap"} << 20 << QStringList{};
     QTest::newRow("start of a later word") << QStringList{"jun"} << 20 << QStringList{"4"};
     QTest::newRow("every word must match") << QStringList{"para", "bio"} << 20 << QStringList{"2"};
@@ -235,11 +218,8 @@ void TestDrugDatabase::searchDrugs_data()
     QTest::newRow("trailing blank's empty word matches all") << QStringList{"apap", ""} << 20 << apaps;
     // Pins a null QString bound as SQL NULL, which made the pattern match nothing.
     QTest::newRow("null word like an empty one") << QStringList{"apap", QString()} << 20 << apaps;
-    QTest::newRow("doubled blank's empty word") << QStringList{"apap", "", "jun"} << 20 << QStringList{"4"};
     QTest::newRow("quote in a name") << QStringList{"d'arcy"} << 20 << QStringList{"12"};
-    QTest::newRow("stray quote") << QStringList{"apap'"} << 20 << QStringList{};
     QTest::newRow("quote and parenthesis") << QStringList{"') OR 1=1 --"} << 20 << QStringList{};
-    QTest::newRow("limit") << QStringList{"apap"} << 2 << QStringList{"1", "1"};
     QTest::newRow("no words, limit") << QStringList{} << 3 << QStringList{"1", "1", "2"};
 }
 
@@ -248,10 +228,7 @@ void TestDrugDatabase::searchDrugs()
     QFETCH(QStringList, words);
     QFETCH(int, limit);
     QFETCH(QStringList, vids);
-    const QList<Drug> found = DrugDatabase::searchDrugs(words, limit);
-    QCOMPARE(vidsOf(found), vids);
-    for (const Drug& drug : found)
-        QVERIFY(!drug.priceList.isEmpty());
+    QCOMPARE(vidsOf(DrugDatabase::searchDrugs(words, limit)), vids);
 }
 
 void TestDrugDatabase::polishLettersFold_data()
@@ -341,23 +318,6 @@ void TestDrugDatabase::refundRows()
     QCOMPARE(actual, rows);
 }
 
-void TestDrugDatabase::fixedRefundRecordsNeedNoTable()
-{
-    useDatabase(QStringLiteral("CREATE TABLE cfg (key TEXT, val TEXT)"));
-    const RefundLevel level = refundLevelById(QStringLiteral("-1"));
-    const RefundScope scope = refundScopeById(QStringLiteral("-1"));
-    const OffLabelIndication offLabel = offLabelById(QStringLiteral("-1"));
-    QCOMPARE(QStringList({level.id, level.name, level.descr, scope.id, scope.name, scope.descr, offLabel.id,
-                          offLabel.descr, indicationsById(QStringLiteral("-1"))}),
-             QStringList({"-1", "100%", "Pełna odpłatność", "-1",
-                          "Refundacja we wszystkich zarejestrowanych wskazaniach (patrz wskazania wg ChPL).", "",
-                          "-1", "Brak wskazań", ""}));
-
-    // Any other id goes to the (missing) table and comes back empty.
-    QTest::ignoreMessage(QtDebugMsg, QRegularExpression(QStringLiteral("^Database error.*no such table: xs")));
-    QVERIFY(refundLevelById(QStringLiteral("7")).name.isEmpty());
-}
-
 void TestDrugDatabase::warnings_data()
 {
     QTest::addColumn<QString>("vid");
@@ -371,8 +331,6 @@ void TestDrugDatabase::warnings_data()
     QTest::newRow("blanks around an id") << "6" << QStringList{"14478651"} << false;
     QTest::newRow("id outside the pictograms") << "13" << QStringList{"99000001"} << false;
     QTest::newRow("empty list") << "2" << QStringList{} << false;
-    QTest::newRow("unknown drug") << "999" << QStringList{} << false;
-    QTest::newRow("item that isn't a number") << "3" << QStringList{} << true;
     QTest::newRow("trailing comma") << "4" << QStringList{} << true;
     QTest::newRow("SQL in the column") << "5" << QStringList{} << true;
 }
@@ -393,58 +351,34 @@ void TestDrugDatabase::warnings()
     QCOMPARE(drugByVid(QStringLiteral("1")).name, QStringLiteral("Apap"));
 }
 
-void TestDrugDatabase::descriptions_data()
-{
-    QTest::addColumn<QString>("vid");
-    QTest::addColumn<QStringList>("captions");
-
-    // The order is the one SQLite gives for the join; only the set is checked.
-    QTest::newRow("sections of the group, untitled kept") << "1" << QStringList{"", "Dawkowanie", "Wskazania"};
-    QTest::newRow("group without descriptions") << "13" << QStringList{};
-    QTest::newRow("unknown drug") << "999" << QStringList{};
-}
-
 void TestDrugDatabase::descriptions()
 {
-    QFETCH(QString, vid);
-    QFETCH(QStringList, captions);
-    QStringList actual;
-    for (const DescriptionSection& section : descriptionsOf(vid)) {
+    // The order is the one SQLite gives for the join; only the set is checked.
+    QStringList captions;
+    for (const DescriptionSection& section : descriptionsOf(QStringLiteral("1"))) {
         QVERIFY(!section.value.isEmpty());
-        actual << section.caption;
+        captions << section.caption;
     }
-    actual.sort();
-    QCOMPARE(actual, captions);
+    captions.sort();
+    QCOMPARE(captions, (QStringList{"", "Dawkowanie", "Wskazania"}));
+    // A group without descriptions still gives one row of the left join.
+    QVERIFY(descriptionsOf(QStringLiteral("13")).isEmpty());
 }
 
 void TestDrugDatabase::smallReads()
 {
     QCOMPARE(indicationsById(QStringLiteral("5")), QStringLiteral("Bóle różnego pochodzenia."));
-    QCOMPARE(indicationsById(QStringLiteral("6")), QString());
     QCOMPARE(listDate(), QStringLiteral("2024-01-01"));
-    QCOMPARE(dataVersion(), QStringLiteral("1700000000"));
     QCOMPARE(leafletPath(QStringLiteral("1")), QStringLiteral("000123/ulotka.pdf"));
     QCOMPARE(leafletPath(QStringLiteral("2")), QString());
-    QCOMPARE(leafletPath(QStringLiteral("999")), QString());
-}
-
-void TestDrugDatabase::databaseDateText_data()
-{
-    QTest::addColumn<QString>("version");
-    QTest::addColumn<QString>("text");
-
-    QTest::newRow("data version") << "1700000000" << "2023-11-14 22:13:20";
-    QTest::newRow("empty version is time 0") << "" << "1970-01-01 00:00:00";
-    QTest::newRow("not a number") << "abc" << "1970-01-01 00:00:00";
 }
 
 void TestDrugDatabase::databaseDateText()
 {
-    QFETCH(QString, version);
-    QFETCH(QString, text);
-    useDatabase(QStringLiteral("CREATE TABLE cfg (key TEXT, val TEXT);\nINSERT INTO cfg VALUES ('data_version', '%1');\n")
-                    .arg(version));
-    QCOMPARE(DrugDatabase::databaseDateText(), text);
+    QCOMPARE(DrugDatabase::databaseDateText(), QStringLiteral("2023-11-14 22:13:20"));
+    // A database without a version reads as time 0.
+    useDatabase(QStringLiteral("CREATE TABLE cfg (key TEXT, val TEXT)"));
+    QCOMPARE(DrugDatabase::databaseDateText(), QStringLiteral("1970-01-01 00:00:00"));
 }
 
 void TestDrugDatabase::gifDecisionsNewestFirst()
@@ -486,7 +420,6 @@ void TestDrugDatabase::pharmacies()
     QCOMPARE(found, (QStringList{"2/Apteka Centralna/Rynek 1/30-001/Kraków/12 222/b@b.pl/b.pl",
                                  "3/Apteka Miejska/Krakowska 3/50-001/Wrocław/71 333/c@c.pl/c.pl"}));
     QCOMPARE(searchPharmacies(QString(), 2).size(), 2);
-    QVERIFY(searchPharmacies(QStringLiteral("'"), 100).isEmpty());
 
     // Types by id; hours of one pharmacy only.
     QCOMPARE(pharmacyOpenHoursTypes().value(0).namePl, QStringLiteral("Dni robocze"));
@@ -497,7 +430,6 @@ void TestDrugDatabase::pharmacies()
 
 void TestDrugDatabase::recipes()
 {
-    QCOMPARE(recipeGroups().value(1).name, QStringLiteral("Krople"));
     // A drug without a recipe isn't listed.
     QVERIFY(recipeDrugsOfGroup(2).isEmpty());
     const RecipeDrug ointment = recipeDrugsOfGroup(1).value(0);
@@ -512,7 +444,6 @@ void TestDrugDatabase::recipes()
     QCOMPARE(searchRecipeDrugs(1, QStringLiteral("zinci")).value(0).id, 11);
     QCOMPARE(searchRecipeDrugs(1, QStringLiteral("ma")).size(), 2);
     QVERIFY(searchRecipeDrugs(1, QStringLiteral("ść")).isEmpty());
-    QVERIFY(searchRecipeDrugs(1, QStringLiteral("ma'")).isEmpty());
 
     const Recipe recipe = recipesOfDrug(10).value(0);
     QCOMPARE(QStringList({QString::number(recipe.id), recipe.drugName, recipe.name, recipe.realization,
@@ -551,24 +482,17 @@ void TestDrugDatabase::keysOfAnyColumnType()
 
 void TestDrugDatabase::reopensAfterClose()
 {
-    QCOMPARE(drugByVid(QStringLiteral("1")).name, QStringLiteral("Apap"));
-    closeDatabase();
-    QVERIFY(!QSqlDatabase::database(drugDatabaseName, false).isOpen());
-    QCOMPARE(drugByVid(QStringLiteral("1")).name, QStringLiteral("Apap"));
-
     // The updater's case: the file is replaced while closed, and the next
     // statement reads the new one, not what was prepared on the old.
-    const QString path = fixtureDir.filePath(drugDatabaseName);
-    const QString copy = path + QStringLiteral(".orig");
+    useDatabase(TestSupport::drugSchema()
+                + QStringLiteral("INSERT INTO v (vid, name, gid, prices) VALUES (1, 'Stary Apap', 100, '');\n"));
+    QCOMPARE(drugByVid(QStringLiteral("1")).name, QStringLiteral("Stary Apap"));
     closeDatabase();
-    QVERIFY(QFile::rename(path, copy));
+    const QString path = programDir() + "/" + drugDatabaseName;
+    QVERIFY(QFile::remove(path));
     QVERIFY(buildDatabase(path, TestSupport::drugSchema()
                                     + QStringLiteral("INSERT INTO v (vid, name, gid, prices) VALUES (1, 'Nowy Apap', 100, '');\n")));
     QCOMPARE(drugByVid(QStringLiteral("1")).name, QStringLiteral("Nowy Apap"));
-    closeDatabase();
-    QVERIFY(QFile::remove(path));
-    QVERIFY(QFile::rename(copy, path));
-    QCOMPARE(drugByVid(QStringLiteral("1")).name, QStringLiteral("Apap"));
 }
 
 void TestDrugDatabase::workerThreadHasItsOwnConnection()
@@ -618,7 +542,9 @@ void TestDrugDatabase::brokenFiles()
     QVERIFY(DrugDatabase::drugByEan(QStringLiteral("5909990733828")).vid.isEmpty());
     QVERIFY(DrugDatabase::searchDrugs({QStringLiteral("apap")}, 20).isEmpty());
     QVERIFY(warningsOf(QStringLiteral("1")).isEmpty());
-    QCOMPARE(refundLevelById(QStringLiteral("-1")).name, QStringLiteral("100%"));
+    // The full-payment records are fixed texts that need no table.
+    const RefundLevel full = refundLevelById(QStringLiteral("-1"));
+    QCOMPARE(full.name + "/" + full.descr, QStringLiteral("100%/Pełna odpłatność"));
 }
 
 QTEST_GUILESS_MAIN(TestDrugDatabase)
