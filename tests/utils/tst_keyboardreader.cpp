@@ -6,7 +6,6 @@
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QStandardPaths>
-#include <QVBoxLayout>
 #include <QtTest>
 
 #include <optional>
@@ -60,12 +59,6 @@ public:
     {
         for (const QChar digit : text)
             press(shiftKey, gap / 2).tap(digit.unicode(), gap / 2);
-        return *this;
-    }
-    Keys& keypadDigits(const QString& text, qint64 gap)
-    {
-        for (const QChar digit : text)
-            tap(keypadZero + digit.digitValue(), gap);
         return *this;
     }
 
@@ -123,7 +116,6 @@ void TestKeyboardReader::readings_data()
     QTest::addColumn<QVector<KeyEvent>>("events");
     QTest::addColumn<QStringList>("expected");
 
-    QTest::newRow("13 digits 99 ms apart") << Keys().digits(ean, 99).events << QStringList{ean};
     QTest::newRow("13 digits exactly 100 ms apart") << Keys().digits(ean, 100).events << QStringList{ean};
     // The six digits before a gap of 101 ms are dropped; six more complete a code.
     QTest::newRow("after a gap six more digits complete a code")
@@ -145,7 +137,7 @@ void TestKeyboardReader::readings_data()
     QTest::newRow("a digit released takes Shift with it")
         << Keys().press(shiftKey, 30).digits(QStringLiteral("1") + ean, 30).events << QStringList{ean};
     QTest::newRow("a keypad digit inside a burst neither counts nor breaks it")
-        << Keys().digits(ean.left(6), 30).keypadDigits(QStringLiteral("7"), 30).digits(ean.mid(6), 30).events
+        << Keys().digits(ean.left(6), 30).tap(keypadZero + 7, 30).digits(ean.mid(6), 30).events
         << QStringList{ean};
     QTest::newRow("a letter keeps the burst alive across 120 ms between digits")
         << Keys().digits(ean.left(6), 30).tap(letterA, 60).digits(ean.mid(6), 60).events << QStringList{ean};
@@ -174,10 +166,8 @@ void TestKeyboardReader::sequences_data()
     QTest::newRow("Ctrl held: F1 then F2, then Ctrl released")
         << Keys().press(controlKey).tap(f1Key).tap(f2Key).release(controlKey).events
         << QStringList{QStringLiteral("Ctrl+F1"), QStringLiteral("F2"), QStringLiteral("Ctrl")};
-    QTest::newRow("right Ctrl+D") << Keys().press(rightControlKey).tap(letterD).events
-                                  << QStringList{QStringLiteral("Ctrl+D")};
-    QTest::newRow("Alt, Ctrl, Shift pressed: Shift+Ctrl+Alt")
-        << Keys().press(altKey).press(controlKey).press(shiftKey).tap(letterD).events
+    QTest::newRow("Alt, right Ctrl, Shift pressed: Shift+Ctrl+Alt")
+        << Keys().press(altKey).press(rightControlKey).press(shiftKey).tap(letterD).events
         << QStringList{QStringLiteral("Shift+Ctrl+Alt+D")};
     QTest::newRow("modifier released before the key drops out")
         << Keys().press(controlKey).press(letterD).release(controlKey).release(letterD).events
@@ -232,11 +222,10 @@ void TestKeyboardReader::focusedLineCleared_data()
     QTest::addColumn<QString>("typedAfter");
     QTest::addColumn<QString>("expectedText");
 
-    QTest::newRow("search line with the focus is emptied") << true << QString() << QString() << QString();
     QTest::newRow("a line without the focus keeps its text") << false << QString() << QString() << ean.left(12);
     // The window's own copy of the scanner's keys can come after the reading.
-    QTest::newRow("last digit arriving late is taken out") << true << ean.right(1) << QString() << QString();
-    QTest::newRow("the user's own typing afterwards stays") << true << QString() << "apap" << "apap";
+    QTest::newRow("search line with the focus is emptied, late digit too") << true << ean.right(1) << QString()
+                                                                            << QString();
     // Regression: digits typed after a scan were wiped when they were part of the code.
     QTest::newRow("digits typed after the scan stay") << true << ean.right(1) << "590" << "590";
 }
@@ -249,11 +238,8 @@ void TestKeyboardReader::focusedLineCleared()
     QFETCH(QString, expectedText);
 
     QWidget window;
-    auto* layout = new QVBoxLayout(&window);
     auto* edit = new QLineEdit(&window);
-    auto* button = new QPushButton(QStringLiteral("Szukaj"), &window);
-    layout->addWidget(edit);
-    layout->addWidget(button);
+    auto* button = new QPushButton(&window);
     window.show();
     QApplication::setActiveWindow(&window);
     QVERIFY(QTest::qWaitForWindowActive(&window));
@@ -297,7 +283,6 @@ void TestKeyboardReader::ownWindowsWithoutSystemStream()
         QTest::keyClick(window, Qt::Key(Qt::Key_0 + digit.digitValue()));
     QCOMPARE(readingsOf(readings), QStringList{ean});
     QCOMPARE(sequences.count(), ean.size());
-    QCOMPARE(sequences.last().at(0).value<QKeySequence>(), QKeySequence(Qt::Key_2));
 
     sequences.clear();
     // Presses Ctrl, clicks D, releases Ctrl.
