@@ -10,8 +10,6 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QProcess>
-#include <QSqlDatabase>
-#include <QSqlQuery>
 #include <QStandardPaths>
 #include <QTabWidget>
 #include <QTemporaryDir>
@@ -19,6 +17,12 @@
 
 #include <cstdio>
 #include <memory>
+
+namespace {
+// Paracetamol of the demo database, a package of a group.
+const QString ean = QStringLiteral("5909990000012");
+const QString vid = QStringLiteral("100001");
+} // namespace
 
 // A scan from anywhere on the desktop, end to end: xdotool types on the X
 // server while another program has the focus, and the drug must come up in our
@@ -36,6 +40,8 @@ private slots:
 
 private:
     static bool xdotool(const QStringList& arguments);
+    // Types `code` as fast as a scanner does.
+    static bool scan(const QString& code) { return xdotool({"type", "--delay", "20", code}); }
     QString foreignText();
     int selectedCount() const;
 
@@ -43,8 +49,6 @@ private:
     std::unique_ptr<MainWindow> window;
     QProcess foreign;
     QByteArray foreignOutput;
-    QString ean;
-    QString vid;
 };
 
 bool tst_ScanRoad::xdotool(const QStringList& arguments)
@@ -84,21 +88,6 @@ void tst_ScanRoad::initTestCase()
     QVERIFY(QFile::copy(QStringLiteral(QUILLARD_BINARY_DIR "/bin/") + DrugDatabase::drugDatabaseName,
                         dir.filePath(DrugDatabase::drugDatabaseName)));
 
-    // Any code of the demo database whose package belongs to a group.
-    {
-        QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("fixture"));
-        db.setDatabaseName(dir.filePath(DrugDatabase::drugDatabaseName));
-        QVERIFY(db.open());
-        QSqlQuery query(db);
-        QVERIFY(query.exec(QStringLiteral("SELECT ve.ekd, v.vid FROM ve JOIN v ON v.vid = ve.vid JOIN g ON g.gid = v.gid "
-                                          "WHERE length(ve.ekd) = 13 ORDER BY ve.ekd LIMIT 1")));
-        QVERIFY(query.next());
-        ean = query.value(0).toString();
-        vid = query.value(1).toString();
-        db.close();
-    }
-    QSqlDatabase::removeDatabase(QStringLiteral("fixture"));
-
     window = std::make_unique<MainWindow>(nullptr);
 
     // Another program with a line edit that has the focus.
@@ -106,7 +95,7 @@ void tst_ScanRoad::initTestCase()
     QVERIFY(foreign.waitForStarted());
     QTRY_VERIFY_WITH_TIMEOUT((foreignOutput += foreign.readAllStandardOutput()).contains("READY "), 20000);
     const QByteArray ready = foreignOutput.mid(foreignOutput.indexOf("READY ") + 6).split('\n').first();
-    QVERIFY(xdotool({ QStringLiteral("windowfocus"), QStringLiteral("--sync"), QString::fromLatin1(ready) }));
+    QVERIFY(xdotool({"windowfocus", "--sync", QString::fromLatin1(ready)}));
 }
 
 void tst_ScanRoad::scanWhileAnotherProgramHasTheFocus()
@@ -116,7 +105,7 @@ void tst_ScanRoad::scanWhileAnotherProgramHasTheFocus()
     auto* tabs = window->findChild<QTabWidget*>(QStringLiteral("tabWidget"));
     tabs->setCurrentIndex(1);
 
-    QVERIFY(xdotool({ QStringLiteral("type"), QStringLiteral("--delay"), QStringLiteral("20"), ean }));
+    QVERIFY(scan(ean));
 
     QTRY_COMPARE_WITH_TIMEOUT(selectedCount(), 1, 10000);
     QCOMPARE(DrugViewModel::instance()->selectedDrug()->vid, vid);
@@ -130,13 +119,11 @@ void tst_ScanRoad::scanWhileAnotherProgramHasTheFocus()
 void tst_ScanRoad::shortOrUnknownCodeChangesNothing()
 {
     const int before = selectedCount();
-    QVERIFY(xdotool({ QStringLiteral("type"), QStringLiteral("--delay"), QStringLiteral("20"), ean.left(12) }));
-    QVERIFY(xdotool({ QStringLiteral("key"), QStringLiteral("Return") }));
-    // No package of the demo database has a code starting with 000.
-    QVERIFY(xdotool({ QStringLiteral("type"), QStringLiteral("--delay"), QStringLiteral("20"), QStringLiteral("0000000000000") }));
+    QVERIFY(scan(ean.left(12)));
+    QVERIFY(xdotool({"key", "Return"}));
     // The demo's codes of a package whose group is missing from g, and of no package at all.
     for (const QString& code : {QStringLiteral("5909990001101"), QStringLiteral("5909990001118")})
-        QVERIFY(xdotool({ QStringLiteral("type"), QStringLiteral("--delay"), QStringLiteral("20"), code }));
+        QVERIFY(scan(code));
     QTRY_VERIFY(foreignText().endsWith(QLatin1String("5909990001118")));
     QTest::qWait(300);
     QCOMPARE(selectedCount(), before);
@@ -146,13 +133,13 @@ void tst_ScanRoad::scanIntoOurSearchLineIsTakenOut()
 {
     window->showNormal();
     QVERIFY(QTest::qWaitForWindowExposed(window.get()));
-    QVERIFY(xdotool({ QStringLiteral("windowfocus"), QStringLiteral("--sync"), QString::number(window->winId()) }));
+    QVERIFY(xdotool({"windowfocus", "--sync", QString::number(window->winId())}));
     auto* search = window->findChild<QLineEdit*>(QStringLiteral("searchLineEdit"));
     search->setFocus(Qt::OtherFocusReason);
     QTRY_COMPARE(QApplication::focusWidget(), search);
     const int before = selectedCount();
 
-    QVERIFY(xdotool({ QStringLiteral("type"), QStringLiteral("--delay"), QStringLiteral("20"), ean }));
+    QVERIFY(scan(ean));
 
     QTRY_COMPARE_WITH_TIMEOUT(selectedCount(), before + 1, 10000);
     QTRY_COMPARE(search->text(), QString());
