@@ -1,40 +1,32 @@
 #include "utils/imageviewer.h"
 #include "utils/keyboardreader.h"
-#include "utils/pdfdownloader.h"
 #include "utils/simpleimageviewersource.h"
 
 #include <QApplication>
 #include <QDateTime>
+#include <QDir>
 #include <QLabel>
-#include <QPageSize>
 #include <QPrinter>
 #include <QProcess>
 #include <QPushButton>
 #include <QScrollArea>
 #include <QScrollBar>
-#include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QWheelEvent>
 #include <QtTest/qtestspontaneevent.h>
-
-#include <memory>
 
 class TestImageViewer : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void initTestCase();
     void cleanup();
 
     void paging_data();
     void paging();
-    void zoomClamp_data();
-    void zoomClamp();
-    void wheel_data();
-    void wheel();
-    void resizeKeepsZoom();
+    void zoom_data();
+    void zoom();
     void printToPdf_data();
     void printToPdf();
 };
@@ -106,11 +98,6 @@ void turnWheel(QWidget* target, int delta)
 
 } // namespace
 
-void TestImageViewer::initTestCase()
-{
-    QStandardPaths::setTestModeEnabled(true);
-}
-
 void TestImageViewer::cleanup()
 {
     setModifier(false);
@@ -131,107 +118,76 @@ void TestImageViewer::paging()
     auto* prev = v.child<QPushButton>("prevButton");
     auto* next = v.child<QPushButton>("nextButton");
     QCOMPARE(v.shownColour(), pageColour(0).rgb());
-    if (count == 1) {
-        QVERIFY(!prev->isVisible());
-        QVERIFY(!next->isVisible());
+    QCOMPARE(prev->isVisible(), count > 1);
+    QCOMPARE(next->isVisible(), count > 1);
+    if (count == 1)
         return;
-    }
 
-    QVERIFY(prev->isVisible() && !prev->isEnabled());
+    // Forward to the last page, where "next" stops, then one back.
     for (int i = 1; i < count; ++i) {
-        QVERIFY(next->isEnabled());
+        QCOMPARE(prev->isEnabled(), i > 1);
         QTest::mouseClick(next, Qt::LeftButton);
-        QCOMPARE(v.viewer.currentPageIndex(), i);
         QCOMPARE(v.shownColour(), pageColour(i).rgb());
-        QVERIFY(prev->isEnabled());
     }
     QVERIFY(!next->isEnabled());
-
     QTest::mouseClick(prev, Qt::LeftButton);
-    QCOMPARE(v.viewer.currentPageIndex(), count - 2);
     QCOMPARE(v.shownColour(), pageColour(count - 2).rgb());
     QVERIFY(next->isEnabled());
     QCOMPARE(prev->isEnabled(), count > 2);
 }
 
-void TestImageViewer::zoomClamp_data()
+void TestImageViewer::zoom_data()
 {
     QTest::addColumn<float>("start");
-    QTest::addColumn<QString>("button");
-    QTest::addColumn<float>("zoom");
-
-    QTest::newRow("zoom in at 3.75 stops at 4.0") << 3.75f << "pushButton_2" << 4.0f;
-    QTest::newRow("zoom out at 0.5 stays") << 0.5f << "pushButton_3" << 0.5f;
-    QTest::newRow("zoom out at 1.25 gives 0.75") << 1.25f << "pushButton_3" << 0.75f;
-}
-
-void TestImageViewer::zoomClamp()
-{
-    QFETCH(float, start);
-    QFETCH(QString, button);
-    Viewer v(1);
-    v.viewer.zoomBy((start - 1.0f) * 100.0f);
-    QCOMPARE(v.viewer.currentZoom(), start);
-    QTest::mouseClick(v.viewer.findChild<QPushButton*>(button), Qt::LeftButton);
-    QTEST(v.viewer.currentZoom(), "zoom");
-}
-
-void TestImageViewer::wheel_data()
-{
+    QTest::addColumn<QString>("button"); // none: the wheel turns
     QTest::addColumn<bool>("modifier");
     QTest::addColumn<int>("delta");
     QTest::addColumn<float>("zoom");
     QTest::addColumn<bool>("scrolled");
 
-    QTest::newRow("wheel alone scrolls") << false << -120 << 2.0f << true;
-    QTest::newRow("modifier and a notch up zooms in by 0.15") << true << 120 << 2.15f << false;
-    QTest::newRow("modifier and a notch down zooms out by 0.15") << true << -120 << 1.85f << false;
+    QTest::newRow("zoom in at 3.75 stops at 4.0") << 3.75f << "pushButton_2" << false << 0 << 4.0f << false;
+    QTest::newRow("zoom out at 0.5 stays") << 0.5f << "pushButton_3" << false << 0 << 0.5f << false;
+    QTest::newRow("wheel alone scrolls") << 2.0f << "" << false << -120 << 2.0f << true;
+    QTest::newRow("modifier and a notch up zooms in by 0.15") << 2.0f << "" << true << 120 << 2.15f << false;
+    QTest::newRow("modifier and a notch down zooms out by 0.15") << 2.0f << "" << true << -120 << 1.85f << false;
 }
 
-void TestImageViewer::wheel()
+void TestImageViewer::zoom()
 {
+    QFETCH(float, start);
+    QFETCH(QString, button);
     QFETCH(bool, modifier);
     QFETCH(int, delta);
     Viewer v(1);
-    v.viewer.zoomBy(100.0f);
-    QScrollBar* bar = v.child<QScrollArea>("scrollArea")->verticalScrollBar();
-    QTRY_VERIFY(bar->maximum() > 0);
-    QCOMPARE(bar->value(), 0);
+    v.viewer.zoomBy((start - 1.0f) * 100.0f);
+    auto* area = v.child<QScrollArea>("scrollArea");
+    QTRY_VERIFY(start < 1.0f || area->verticalScrollBar()->maximum() > 0);
 
     setModifier(modifier);
-    turnWheel(v.child<QScrollArea>("scrollArea")->viewport(), delta);
+    if (button.isEmpty())
+        turnWheel(area->viewport(), delta);
+    else
+        QTest::mouseClick(v.viewer.findChild<QPushButton*>(button), Qt::LeftButton);
     QTEST(v.viewer.currentZoom(), "zoom");
-    QTEST(bar->value() > 0, "scrolled");
-}
+    QTEST(area->verticalScrollBar()->value() > 0, "scrolled");
 
-void TestImageViewer::resizeKeepsZoom()
-{
-    // Portrait pages in a wide window: the height decides the page's size.
-    Viewer v(1, QSize(900, 600));
-    v.viewer.zoomBy(50.0f);
-    auto* area = v.child<QScrollArea>("scrollArea");
-    QCOMPARE(v.shown().height(), qRound((area->height() - 26) * 1.5));
-
-    v.viewer.resize(1200, 900);
-    QCOMPARE(v.viewer.currentZoom(), 1.5f);
-    QCOMPARE(v.shown().height(), qRound((area->height() - 26) * 1.5));
+    // A taller window keeps the zoom and shows the page larger.
+    const int height = v.shown().height();
+    v.viewer.resize(v.viewer.width(), v.viewer.height() + 200);
+    QTEST(v.viewer.currentZoom(), "zoom");
+    QVERIFY(v.shown().height() > height);
 }
 
 void TestImageViewer::printToPdf_data()
 {
     QTest::addColumn<int>("count");
-    QTest::addColumn<int>("paper");
-    QTest::addColumn<QString>("sizeName");
-
-    QTest::newRow("one page on A4") << 1 << int(QPageSize::A4) << "A4";
-    QTest::newRow("three pages on A5") << 3 << int(QPageSize::A5) << "A5";
+    QTest::newRow("one page") << 1;
+    QTest::newRow("three pages") << 3;
 }
 
 void TestImageViewer::printToPdf()
 {
     QFETCH(int, count);
-    QFETCH(int, paper);
-    QFETCH(QString, sizeName);
     QTemporaryDir dir;
     const QString file = dir.filePath(QStringLiteral("druk.pdf"));
     {
@@ -239,33 +195,23 @@ void TestImageViewer::printToPdf()
         QPrinter printer(QPrinter::HighResolution);
         printer.setOutputFormat(QPrinter::PdfFormat);
         printer.setOutputFileName(file);
-        printer.setPageSize(QPageSize(QPageSize::PageSizeId(paper)));
         v.viewer.print(&printer);
     }
 
-    QProcess info;
-    info.start(QStringLiteral("pdfinfo"), {file});
-    QVERIFY(info.waitForFinished(30000));
-    QCOMPARE(info.exitCode(), 0);
-    const QString output = QString::fromLocal8Bit(info.readAllStandardOutput());
-    QCOMPARE(PDFDownloader::pageCountOf(output), count);
-    QVERIFY2(output.contains(QStringLiteral("(%1)").arg(sizeName)), qPrintable(output));
-
-    // Every sheet carries its own page, not the one on screen.
+    // Every page on a sheet of its own, p-1.png to p-<count>.png, not the one on screen.
     QProcess render;
     render.start(QStringLiteral("pdftocairo"),
                  {QStringLiteral("-png"), QStringLiteral("-r"), QStringLiteral("10"), file, dir.filePath(QStringLiteral("p"))});
     QVERIFY(render.waitForFinished(30000));
     QCOMPARE(render.exitCode(), 0);
+    QCOMPARE(QDir(dir.path()).entryList({QStringLiteral("p-*.png")}).size(), count);
     for (int i = 0; i < count; ++i) {
-        const QString name = QStringLiteral("p-%1.png").arg(i + 1);
-        const QImage sheet(dir.filePath(name));
-        QVERIFY2(!sheet.isNull(), qPrintable(name));
+        const QImage sheet(dir.filePath(QStringLiteral("p-%1.png").arg(i + 1)));
         const QColor centre = sheet.pixelColor(sheet.width() / 2, sheet.height() / 2);
         const QColor wanted = pageColour(i).toRgb();
         QVERIFY2(qAbs(centre.red() - wanted.red()) + qAbs(centre.green() - wanted.green())
                          + qAbs(centre.blue() - wanted.blue()) <= 6,
-                 qPrintable(name));
+                 qPrintable(QString::number(i)));
     }
 }
 
