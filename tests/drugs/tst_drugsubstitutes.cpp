@@ -3,7 +3,6 @@
 #include "drugs/drugsubstituteitem.h"
 #include "drugs/drugsubstituteviewmodel.h"
 #include "drugs/drugviewmodel.h"
-#include "drugs/searchlookupitem.h"
 #include "testsupport.h"
 
 #include <QLabel>
@@ -15,23 +14,17 @@
 
 namespace {
 
-DrugPrice row(const QString& levelId, const QString& payment)
-{
-    DrugPrice price;
-    price.level.id = levelId;
-    price.level.name = levelId;
-    price.payment = payment;
-    return price;
-}
-
-// A drug whose refund rows are given as "levelId:payment" pairs.
+// A drug whose refund rows are given as "levelId:payment" pairs; a level's
+// name is its id.
 Drug drugWithRows(const QString& vid, const QStringList& rows)
 {
     Drug drug;
     drug.vid = vid;
     for (const QString& text : rows) {
-        const int colon = text.indexOf(QLatin1Char(':'));
-        drug.priceList.append(row(text.left(colon), text.mid(colon + 1)));
+        DrugPrice price;
+        price.level.id = price.level.name = text.section(QLatin1Char(':'), 0, 0);
+        price.payment = text.section(QLatin1Char(':'), 1);
+        drug.priceList.append(price);
     }
     return drug;
 }
@@ -49,11 +42,8 @@ QStringList vids(const QList<Drug>& drugs)
 // is the database test's business; this one checks their order and timing.
 const char fixtureSql[] = R"sql(
 INSERT INTO g VALUES (100, 'Ibuprofenum'), (101, 'Paracetamolum');
-INSERT INTO xp VALUES (1, 'Rx');
 INSERT INTO m VALUES (10, 'Ibuprofenum'), (11, 'Paracetamolum');
 INSERT INTO postac_match VALUES ('tabl.', 1), ('tabl. powl.', 1);
-INSERT INTO xs VALUES (5, '50%', 'Odpłatność 50%');
-INSERT INTO d VALUES (12, 'Nowotwory', '');
 INSERT INTO v VALUES
     (1, 'Ibum', 1, 100, 'tabl.', '10 mg', '20 szt.', 'Hasco', '-1|20,00|-1|-1|5|3,20|12|-1', '-1', '', ''),
     (2, 'Ibuprom', 1, 100, 'tabl. powl.', '10 mg', '20 szt.', 'USP', '-1|15,50|-1|-1', '-1', '', ''),
@@ -72,8 +62,6 @@ private slots:
     void initTestCase();
     void cleanupTestCase();
 
-    void priceRowOrder_data();
-    void priceRowOrder();
     void drugOrder_data();
     void drugOrder();
     void sortPutsUnpricedDrugsLast();
@@ -106,38 +94,6 @@ void TestDrugSubstitutes::cleanupTestCase()
     DrugDatabase::closeDatabase();
 }
 
-void TestDrugSubstitutes::priceRowOrder_data()
-{
-    QTest::addColumn<QString>("levelA");
-    QTest::addColumn<QString>("paymentA");
-    QTest::addColumn<QString>("levelB");
-    QTest::addColumn<QString>("paymentB");
-    QTest::addColumn<bool>("aFirst");
-    QTest::addColumn<bool>("bFirst");
-
-    QTest::newRow("level ids as text: 10 before 9") << "10" << "9,00" << "9" << "1,00" << true << false;
-    QTest::newRow("level decides before an unpriced row") << "3" << "x" << "4" << "1,00" << true << false;
-    QTest::newRow("cheaper first: 3,50 before 12.00") << "5" << "3,50" << "5" << "12.00" << true << false;
-    QTest::newRow("zero counts as no price") << "5" << "0,00" << "5" << "7,00" << false << true;
-    QTest::newRow("two unpriced rows tie") << "5" << "-" << "5" << "x" << false << false;
-    QTest::newRow("nan is no number") << "5" << "nan" << "5" << "2,00" << false << true;
-}
-
-void TestDrugSubstitutes::priceRowOrder()
-{
-    QFETCH(QString, levelA);
-    QFETCH(QString, paymentA);
-    QFETCH(QString, levelB);
-    QFETCH(QString, paymentB);
-    QFETCH(bool, aFirst);
-    QFETCH(bool, bFirst);
-
-    const DrugPrice a = row(levelA, paymentA);
-    const DrugPrice b = row(levelB, paymentB);
-    QCOMPARE(DrugSubstituteViewModel::priceRowLessThan(a, b), aFirst);
-    QCOMPARE(DrugSubstituteViewModel::priceRowLessThan(b, a), bFirst);
-}
-
 void TestDrugSubstitutes::drugOrder_data()
 {
     QTest::addColumn<QStringList>("rowsA");
@@ -145,6 +101,14 @@ void TestDrugSubstitutes::drugOrder_data()
     QTest::addColumn<bool>("aFirst");
     QTest::addColumn<bool>("bFirst");
 
+    // The first row is the one of the smallest level id, compared as text; the
+    // cheaper leads among rows of one level.
+    QTest::newRow("cheaper first, comma or point")
+        << QStringList{"-1:3,50"} << QStringList{"-1:12.00"} << true << false;
+    QTest::newRow("zero counts as no price") << QStringList{"-1:0,00"} << QStringList{"-1:7,00"} << false << true;
+    QTest::newRow("nan is no number") << QStringList{"-1:nan"} << QStringList{"-1:2,00"} << false << true;
+    QTest::newRow("the cheaper of one level's rows counts")
+        << QStringList{"-1:30,00", "-1:5,00"} << QStringList{"-1:20,00"} << true << false;
     QTest::newRow("full price decides, not the cheaper refund")
         << QStringList{"5:0,50", "-1:30,00"} << QStringList{"-1:20,00", "5:9,00"} << false << true;
     QTest::newRow("smallest level id decides, as text")
@@ -202,7 +166,6 @@ void TestDrugSubstitutes::priceText_data()
     QTest::newRow("small x keeps its text") << QStringList{"-1:x"} << "-1 x zł";
     QTest::newRow("dash") << QStringList{"-1:-"} << "bd.";
     QTest::newRow("bez without dash") << QStringList{"-1:Bezpłatny"} << "-1 Bezpłatny zł";
-    QTest::newRow("empty payment, two blanks") << QStringList{"-1:"} << "-1  zł";
     QTest::newRow("no rows") << QStringList{} << "";
 }
 
@@ -242,9 +205,6 @@ void TestDrugSubstitutes::bars()
     const DrugSubstituteItem item(drug, nullptr);
     QCOMPARE(item.findChild<QLabel*>(QStringLiteral("labelBox"))->text(), boxText);
     QCOMPARE(item.findChild<QLabel*>(QStringLiteral("labelDose"))->text(), doseText);
-    // The rows of the search pop-up follow the same rule.
-    QCOMPARE(SearchLookupItem::boxText(drug), boxText);
-    QCOMPARE(SearchLookupItem::doseText(drug), doseText);
 }
 
 void TestDrugSubstitutes::listIsReadyWhenSelectionIsAnnounced()
