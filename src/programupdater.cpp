@@ -17,7 +17,8 @@
 #include <QStandardPaths>
 #include <QUrl>
 
-namespace {
+namespace
+{
 
 const QString ownVersion = QStringLiteral("1.6.5.0");
 const char sourcePath[] = "../QuillardDesktop/programupdater";
@@ -74,8 +75,7 @@ void ProgramUpdater::onVersionDownload(QNetworkReply* reply)
 {
     if (reply->error() != QNetworkReply::NoError) {
         Raven::capture(3, Raven::locationString(sourcePath, "onVersionDownload", __LINE__),
-                       QStringLiteral("Version download error: ") + reply->errorString(), QJsonObject(),
-                       QJsonObject());
+            QStringLiteral("Version download error: ") + reply->errorString(), QJsonObject(), QJsonObject());
         emit error();
         return;
     }
@@ -171,6 +171,6 @@ void ProgramUpdater::downloadUpdaterFile()
 void ProgramUpdater::failUpdaterDownload(int line, const QString& reason)
 {
     Raven::capture(3, Raven::locationString(sourcePath, "onUpdaterDownload", line),
-                   QStringLiteral("Updater download error: ") + reason, QJsonObject(), QJsonObject());
+        QStringLiteral("Updater download error: ") + reason, QJsonObject(), QJsonObject());
     emit error();
 }
