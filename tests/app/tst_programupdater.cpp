@@ -110,26 +110,16 @@ void tst_ProgramUpdater::versionCompare_data()
     QTest::addColumn<QString>("b");
     QTest::addColumn<bool>("greaterOrEqual");
 
-    QTest::newRow("missing part reads as zero") << "1.6.5.0"
-                                                << "1.6.5" << true;
-    QTest::newRow("missing part reads as zero, other way") << "1.6.5"
-                                                           << "1.6.5.0" << true;
-    QTest::newRow("numbers, not text: 10 after 9") << "1.10"
-                                                   << "1.9.9.9" << true;
-    QTest::newRow("first difference decides") << "2.0.0.0"
-                                              << "1.9.9.9" << true;
-    QTest::newRow("text is zeros") << "0.0.0.0"
-                                   << "abc" << true;
-    QTest::newRow("empty part is zero") << "1.0.5"
-                                        << "1..5" << true;
-    QTest::newRow("empty part is zero, other way") << "1..5"
-                                                   << "1.0.5" << true;
-    QTest::newRow("negative part is zero") << "0.0.0.0"
-                                           << "-1" << true;
-    QTest::newRow("number past 32 bits is zero") << "0.0.0.0"
-                                                 << "4294967296" << true;
-    QTest::newRow("largest 32-bit number") << "4294967294"
-                                           << "4294967295" << false;
+    QTest::newRow("missing part reads as zero") << "1.6.5.0" << "1.6.5" << true;
+    QTest::newRow("missing part reads as zero, other way") << "1.6.5" << "1.6.5.0" << true;
+    QTest::newRow("numbers, not text: 10 after 9") << "1.10" << "1.9.9.9" << true;
+    QTest::newRow("first difference decides") << "2.0.0.0" << "1.9.9.9" << true;
+    QTest::newRow("text is zeros") << "0.0.0.0" << "abc" << true;
+    QTest::newRow("empty part is zero") << "1.0.5" << "1..5" << true;
+    QTest::newRow("empty part is zero, other way") << "1..5" << "1.0.5" << true;
+    QTest::newRow("negative part is zero") << "0.0.0.0" << "-1" << true;
+    QTest::newRow("number past 32 bits is zero") << "0.0.0.0" << "4294967296" << true;
+    QTest::newRow("largest 32-bit number") << "4294967294" << "4294967295" << false;
 }
 
 void tst_ProgramUpdater::versionCompare()
@@ -145,39 +135,17 @@ void tst_ProgramUpdater::checkVersion_data()
     QTest::addColumn<QString>("fault");
     QTest::addColumn<QString>("outcome");
 
-    QTest::newRow("same version") << "1.6.5.0"
-                                  << ""
-                                  << "act";
-    QTest::newRow("1.6.5 is 1.6.5.0") << "1.6.5"
-                                      << ""
-                                      << "act";
-    QTest::newRow("next build") << "1.6.5.1"
-                                << ""
-                                << "old";
-    QTest::newRow("next minor") << "1.7"
-                                << ""
-                                << "old";
-    QTest::newRow("next major") << "2"
-                                << ""
-                                << "old";
-    QTest::newRow("older is no downgrade") << "1.6.4.9"
-                                           << ""
-                                           << "act";
-    QTest::newRow("empty answer") << ""
-                                  << ""
-                                  << "act";
-    QTest::newRow("answer that is no version") << "abc"
-                                               << ""
-                                               << "act";
-    QTest::newRow("fifth part ignored") << "1.6.5.0.9"
-                                        << ""
-                                        << "act";
-    QTest::newRow("service error") << "1.7"
-                                   << "500"
-                                   << "error";
-    QTest::newRow("service that never answers") << "1.7"
-                                                << "noanswer"
-                                                << "error";
+    QTest::newRow("same version") << "1.6.5.0" << "" << "act";
+    QTest::newRow("1.6.5 is 1.6.5.0") << "1.6.5" << "" << "act";
+    QTest::newRow("next build") << "1.6.5.1" << "" << "old";
+    QTest::newRow("next minor") << "1.7" << "" << "old";
+    QTest::newRow("next major") << "2" << "" << "old";
+    QTest::newRow("older is no downgrade") << "1.6.4.9" << "" << "act";
+    QTest::newRow("empty answer") << "" << "" << "act";
+    QTest::newRow("answer that is no version") << "abc" << "" << "act";
+    QTest::newRow("fifth part ignored") << "1.6.5.0.9" << "" << "act";
+    QTest::newRow("service error") << "1.7" << "500" << "error";
+    QTest::newRow("service that never answers") << "1.7" << "noanswer" << "error";
 }
 
 void tst_ProgramUpdater::checkVersion()
@@ -217,18 +185,12 @@ void tst_ProgramUpdater::installerNameFromList_data()
     QTest::addColumn<QString>("list");
     QTest::addColumn<QString>("name");
 
-    QTest::newRow("name at [1][0][1][1][1]") << R"([0,[[0,[0,[0,"a.exe"]]]]])"
-                                             << "a.exe";
-    QTest::newRow("rest of the document is not read") << R"(["9.9",[[7,["x",[8,"b.exe",9]]],1],{"c":2}])"
-                                                      << "b.exe";
-    QTest::newRow("last step missing") << R"([0,[[0,[0,[0]]]]])"
-                                       << "";
-    QTest::newRow("a step is an object") << R"([0,{"0":[0,[0,[0,"a.exe"]]]}])"
-                                         << "";
-    QTest::newRow("name is a number") << R"([0,[[0,[0,[0,7]]]]])"
-                                      << "";
-    QTest::newRow("not JSON") << "{not json"
-                              << "";
+    QTest::newRow("name at [1][0][1][1][1]") << R"([0,[[0,[0,[0,"a.exe"]]]]])" << "a.exe";
+    QTest::newRow("rest of the document is not read") << R"(["9.9",[[7,["x",[8,"b.exe",9]]],1],{"c":2}])" << "b.exe";
+    QTest::newRow("last step missing") << R"([0,[[0,[0,[0]]]]])" << "";
+    QTest::newRow("a step is an object") << R"([0,{"0":[0,[0,[0,"a.exe"]]]}])" << "";
+    QTest::newRow("name is a number") << R"([0,[[0,[0,[0,7]]]]])" << "";
+    QTest::newRow("not JSON") << "{not json" << "";
 }
 
 void tst_ProgramUpdater::installerNameFromList()
@@ -256,24 +218,12 @@ void tst_ProgramUpdater::refusedInstallerWritesNothing_data()
     QTest::addColumn<QString>("body");
     QTest::addColumn<QString>("fault");
 
-    QTest::newRow("empty body") << "setup.sh"
-                                << "empty"
-                                << "";
-    QTest::newRow("name climbs out of the folder") << "../setup.sh"
-                                                   << "file"
-                                                   << "";
-    QTest::newRow("name with a folder") << "sub/setup.sh"
-                                        << "file"
-                                        << "";
-    QTest::newRow("name with a back-slash") << "..\\setup.sh"
-                                            << "file"
-                                            << "";
-    QTest::newRow("absolute name") << "<root>/setup.sh"
-                                   << "file"
-                                   << "";
-    QTest::newRow("failed download's error page") << "setup.sh"
-                                                  << "file"
-                                                  << "404";
+    QTest::newRow("empty body") << "setup.sh" << "empty" << "";
+    QTest::newRow("name climbs out of the folder") << "../setup.sh" << "file" << "";
+    QTest::newRow("name with a folder") << "sub/setup.sh" << "file" << "";
+    QTest::newRow("name with a back-slash") << "..\\setup.sh" << "file" << "";
+    QTest::newRow("absolute name") << "<root>/setup.sh" << "file" << "";
+    QTest::newRow("failed download's error page") << "setup.sh" << "file" << "404";
 }
 
 void tst_ProgramUpdater::refusedInstallerWritesNothing()
