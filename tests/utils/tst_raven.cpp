@@ -11,7 +11,7 @@
 #include <memory>
 
 // The client is a process-wide singleton: the functions run in declaration
-// order, from the switched-off client to global tags, which can't be removed.
+// order, from the switched-off client to the program's tags, which can't be removed.
 class TestRaven : public QObject {
     Q_OBJECT
 
@@ -20,18 +20,15 @@ private slots:
     void init();
 
     void switchedOffClientSendsNothing();
-    void eventWithoutGlobalTags_data();
-    void eventWithoutGlobalTags();
     void requestHeadersAndBody();
-    void globalTagsMerge_data();
-    void globalTagsMerge();
+    void levelTagsAndExtra_data();
+    void levelTagsAndExtra();
     void captureFromWorkerThread();
     void redirectRepostsTheBodyAndLoopStopsAfterTenHops();
     void waitForIdleEndsOnSilentServer();
 
 private:
     QString dsn() const;
-    QJsonArray storeRecords();
     QJsonObject lastEvent();
 
     Simulator simulator;
@@ -59,14 +56,9 @@ QString TestRaven::dsn() const
         .arg(simulator.port());
 }
 
-QJsonArray TestRaven::storeRecords()
-{
-    return simulator.records(storePath);
-}
-
 QJsonObject TestRaven::lastEvent()
 {
-    const QJsonArray records = storeRecords();
+    const QJsonArray records = simulator.records(storePath);
     if (records.isEmpty())
         return QJsonObject();
     const QString body = records.last().toObject().value(QStringLiteral("body")).toString();
@@ -95,42 +87,10 @@ void TestRaven::switchedOffClientSendsNothing()
     QTest::ignoreMessage(QtDebugMsg, "Sentry has not been initialized succefully. Failed to send message.");
     Raven::capture(3, QStringLiteral("culprit"), QStringLiteral("lost"), QJsonObject(), QJsonObject());
     raven->waitForIdle();
-    QCOMPARE(storeRecords().size(), 0);
+    QCOMPARE(simulator.records(storePath).size(), 0);
 
     QTest::ignoreMessage(QtDebugMsg, "Raven client is ready.");
     QVERIFY(raven->init(dsn()));
-}
-
-void TestRaven::eventWithoutGlobalTags_data()
-{
-    QTest::addColumn<int>("level");
-    QTest::addColumn<QJsonObject>("eventTags");
-    QTest::addColumn<QJsonObject>("extra");
-    QTest::addColumn<QString>("levelName");
-
-    QTest::newRow("warning, no tags") << 2 << QJsonObject() << QJsonObject() << "warning";
-    QTest::newRow("unknown level sent as error") << 7 << QJsonObject() << QJsonObject() << "error";
-    QTest::newRow("own tag and extra") << 3 << QJsonObject { { "screen", "drug" } }
-                                       << QJsonObject { { "vid", "12345" } } << "error";
-}
-
-void TestRaven::eventWithoutGlobalTags()
-{
-    QFETCH(int, level);
-    QFETCH(QJsonObject, eventTags);
-    QFETCH(QJsonObject, extra);
-
-    if (level < 0 || level > 4)
-        QTest::ignoreMessage(QtDebugMsg, "Wrong sentry log level, default to error.");
-    Raven::capture(level, QStringLiteral("here"), QStringLiteral("something failed"), extra, eventTags);
-    Raven::instance()->waitForIdle();
-
-    const QJsonObject event = lastEvent();
-    QTEST(event.value(QStringLiteral("level")).toString(), "levelName");
-    QCOMPARE(event.contains(QStringLiteral("tags")), !eventTags.isEmpty());
-    QCOMPARE(event.value(QStringLiteral("tags")).toObject(), eventTags);
-    QCOMPARE(event.contains(QStringLiteral("extra")), !extra.isEmpty());
-    QCOMPARE(event.value(QStringLiteral("extra")).toObject(), extra);
 }
 
 void TestRaven::requestHeadersAndBody()
@@ -139,7 +99,7 @@ void TestRaven::requestHeadersAndBody()
                    QJsonObject(), QJsonObject());
     Raven::instance()->waitForIdle();
 
-    const QJsonArray records = storeRecords();
+    const QJsonArray records = simulator.records(storePath);
     QCOMPARE(records.size(), 1);
     const QJsonObject record = records.first().toObject();
     QCOMPARE(record.value(QStringLiteral("method")).toString(), QStringLiteral("POST"));
@@ -151,45 +111,62 @@ void TestRaven::requestHeadersAndBody()
     QVERIFY2(auth.match(header(record, QStringLiteral("X-Sentry-Auth"))).hasMatch(),
              qPrintable(header(record, QStringLiteral("X-Sentry-Auth"))));
 
-    const QString body = record.value(QStringLiteral("body")).toString();
-    const QJsonObject event = QJsonDocument::fromJson(body.toUtf8()).object();
+    const QJsonObject event = lastEvent();
     QStringList fields;
     for (const char* key : {"culprit", "message", "logger", "platform"})
         fields << event.value(QLatin1String(key)).toString();
     QCOMPARE(fields, QStringList({"file in function at 1", "Http error: HostNotFoundError", "Raven-Qt", "C++/Qt"}));
     QCOMPARE(event.value(QStringLiteral("event_id")).toString().size(), 38);
     QVERIFY(!event.value(QStringLiteral("timestamp")).toString().isEmpty());
-    const QJsonObject user = event.value(QStringLiteral("user")).toObject();
-    QVERIFY(!user.value(QStringLiteral("ip_address")).toString().isEmpty());
-    QVERIFY(!user.contains(QStringLiteral("id")));
+    QVERIFY(!event.value(QStringLiteral("user")).toObject().value(QStringLiteral("ip_address")).toString().isEmpty());
 }
 
-void TestRaven::globalTagsMerge_data()
+void TestRaven::levelTagsAndExtra_data()
 {
+    QTest::addColumn<bool>("programTags");
+    QTest::addColumn<int>("level");
     QTest::addColumn<QJsonObject>("eventTags");
-    QTest::addColumn<QString>("env");
-    QTest::addColumn<QString>("screen");
+    QTest::addColumn<QJsonObject>("extra");
+    QTest::addColumn<QString>("levelName");
+    QTest::addColumn<QJsonObject>("tags");
 
-    QTest::newRow("own tag kept beside the globals") << QJsonObject { { "screen", "drug" } } << "Produkcja"
-                                                     << "drug";
-    QTest::newRow("global tag overrides own") << QJsonObject { { "ENV", "Test" } } << "Produkcja" << "";
+    const QJsonObject screen { { "screen", "drug" } };
+    const QJsonObject program { { "ENV", "Produkcja" }, { "Version", "1.6.5.0" }, { "Type", "QuillardDesktop" },
+                                { "OS", QString(QSysInfo::productType() + ' ' + QSysInfo::productVersion()) } };
+    QJsonObject programAndScreen = program;
+    programAndScreen.insert(QStringLiteral("screen"), QStringLiteral("drug"));
+
+    QTest::newRow("unknown level sent as error, no tags")
+        << false << 7 << QJsonObject() << QJsonObject() << "error" << QJsonObject();
+    QTest::newRow("own tag and extra")
+        << false << 3 << screen << QJsonObject { { "vid", "12345" } } << "error" << screen;
+    QTest::newRow("own tag kept beside the program's")
+        << true << 2 << screen << QJsonObject() << "warning" << programAndScreen;
+    QTest::newRow("program's tag overrides own")
+        << true << 3 << QJsonObject { { "ENV", "Test" } } << QJsonObject() << "error" << program;
 }
 
-void TestRaven::globalTagsMerge()
+void TestRaven::levelTagsAndExtra()
 {
+    QFETCH(bool, programTags);
+    QFETCH(int, level);
     QFETCH(QJsonObject, eventTags);
+    QFETCH(QJsonObject, extra);
+    QFETCH(QJsonObject, tags);
 
-    QVERIFY(Raven::setUpForProgram(dsn()));
-    Raven::capture(3, QStringLiteral("here"), QStringLiteral("tagged"), QJsonObject(), eventTags);
+    if (programTags)
+        QVERIFY(Raven::setUpForProgram(dsn()));
+    if (level < 0 || level > 4)
+        QTest::ignoreMessage(QtDebugMsg, "Wrong sentry log level, default to error.");
+    Raven::capture(level, QStringLiteral("here"), QStringLiteral("something failed"), extra, eventTags);
     Raven::instance()->waitForIdle();
 
-    const QJsonObject tags = lastEvent().value(QStringLiteral("tags")).toObject();
-    QTEST(tags.value(QStringLiteral("ENV")).toString(), "env");
-    QTEST(tags.value(QStringLiteral("screen")).toString(), "screen");
-    QCOMPARE(tags.value(QStringLiteral("Version")).toString(), QStringLiteral("1.6.5.0"));
-    QCOMPARE(tags.value(QStringLiteral("Type")).toString(), QStringLiteral("QuillardDesktop"));
-    QCOMPARE(tags.value(QStringLiteral("OS")).toString(),
-             QSysInfo::productType() + QLatin1Char(' ') + QSysInfo::productVersion());
+    const QJsonObject event = lastEvent();
+    QTEST(event.value(QStringLiteral("level")).toString(), "levelName");
+    QCOMPARE(event.contains(QStringLiteral("tags")), !tags.isEmpty());
+    QCOMPARE(event.value(QStringLiteral("tags")).toObject(), tags);
+    QCOMPARE(event.contains(QStringLiteral("extra")), !extra.isEmpty());
+    QCOMPARE(event.value(QStringLiteral("extra")).toObject(), extra);
 }
 
 void TestRaven::captureFromWorkerThread()
@@ -201,7 +178,7 @@ void TestRaven::captureFromWorkerThread()
     worker->start();
     QVERIFY(worker->wait(5000));
 
-    QTRY_COMPARE(storeRecords().size(), 1);
+    QTRY_COMPARE(simulator.records(storePath).size(), 1);
     QCOMPARE(lastEvent().value(QStringLiteral("message")).toString(), QStringLiteral("from a statistics worker"));
 }
 
@@ -218,7 +195,7 @@ void TestRaven::redirectRepostsTheBodyAndLoopStopsAfterTenHops()
     Raven::instance()->waitForIdle();
 
     // The first post and ten re-posts, taking turns.
-    const QJsonArray first = storeRecords();
+    const QJsonArray first = simulator.records(storePath);
     const QJsonArray moved = simulator.records(movedPath);
     QCOMPARE(first.size(), 6);
     QCOMPARE(moved.size(), 5);
