@@ -38,14 +38,10 @@ namespace {
 
 const QString storePath = QStringLiteral("/api/16/store/");
 
+// The simulator keeps header names as sent, and Qt sends them capitalised.
 QString header(const QJsonObject& record, const QString& name)
 {
-    const QJsonObject headers = record.value(QStringLiteral("headers")).toObject();
-    for (auto it = headers.constBegin(); it != headers.constEnd(); ++it) {
-        if (it.key().compare(name, Qt::CaseInsensitive) == 0)
-            return it.value().toString();
-    }
-    return QString();
+    return record.value(QStringLiteral("headers")).toObject().value(name).toString();
 }
 
 } // namespace
