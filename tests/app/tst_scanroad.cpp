@@ -60,14 +60,10 @@ bool tst_ScanRoad::xdotool(const QStringList& arguments)
 
 QString tst_ScanRoad::foreignText()
 {
+    // The other program writes "TEXT <text>" at every change; the last one counts.
     foreignOutput += foreign.readAllStandardOutput();
-    const QList<QByteArray> lines = foreignOutput.split('\n');
-    QString last;
-    for (const QByteArray& line : lines) {
-        if (line.startsWith("TEXT "))
-            last = QString::fromUtf8(line.mid(5));
-    }
-    return last;
+    const int start = foreignOutput.lastIndexOf("\nTEXT ");
+    return start < 0 ? QString() : QString::fromUtf8(foreignOutput.mid(start + 6).split('\n').first());
 }
 
 int tst_ScanRoad::selectedCount() const
