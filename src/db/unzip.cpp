@@ -14,7 +14,7 @@ namespace {
 constexpr qint64 chunkSize = 256 * 1024;
 
 struct ArchiveCloser {
-    // Opened read-only, so nothing is written back on the way out.
+    // Closes the archive on every way out; it is opened read-only, so nothing is written back.
     void operator()(zip_t* archive) const { zip_discard(archive); }
 };
 
@@ -54,7 +54,8 @@ bool extract(const QString& archivePath, const QString& outputPath)
         return false;
     const qint64 size = qint64(stat.size);
 
-    const std::unique_ptr<zip_file_t, MemberCloser> member(zip_fopen_index(archive.get(), zip_uint64_t(index), 0));
+    const std::unique_ptr<zip_file_t, MemberCloser> member(
+        zip_fopen_index(archive.get(), zip_uint64_t(index), 0));
     if (!member)
         return false;
 

@@ -3,13 +3,12 @@
 
 #include <QDir>
 #include <QFile>
+#include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
 
 #include <zip.h>
 
-#include <algorithm>
-#include <cstring>
 #include <vector>
 
 class TestUnzip : public QObject {
@@ -29,49 +28,23 @@ QByteArray contentOf(const QString& name)
     return QByteArray(QByteArrayLiteral("SQLite format 3 ") + name.toUtf8()).repeated(200);
 }
 
-// libzip source of `size` zero bytes: a member of over 1 GiB that costs no memory.
-struct Zeros {
-    zip_uint64_t size = 0;
-    zip_uint64_t left = 0;
-    zip_error_t error;
-};
-
-zip_int64_t readZeros(void* state, void* data, zip_uint64_t length, zip_source_cmd_t command)
+// Deflated zeros that really inflate past the limit: 1 GiB and one byte from a file of 1 MB.
+bool writeBomb(const QString& path)
 {
-    auto* zeros = static_cast<Zeros*>(state);
-    switch (command) {
-    case ZIP_SOURCE_OPEN:
-        zeros->left = zeros->size;
-        return 0;
-    case ZIP_SOURCE_READ: {
-        const zip_uint64_t count = std::min(length, zeros->left);
-        std::memset(data, 0, count);
-        zeros->left -= count;
-        return zip_int64_t(count);
-    }
-    case ZIP_SOURCE_STAT: {
-        auto* stat = static_cast<zip_stat_t*>(data);
-        zip_stat_init(stat);
-        stat->size = zeros->size;
-        stat->valid |= ZIP_STAT_SIZE;
-        return sizeof(zip_stat_t);
-    }
-    case ZIP_SOURCE_ERROR:
-        return zip_error_to_data(&zeros->error, data, length);
-    case ZIP_SOURCE_CLOSE:
-    case ZIP_SOURCE_FREE:
-        return 0;
-    case ZIP_SOURCE_SUPPORTS:
-        return zip_source_make_command_bitmap(ZIP_SOURCE_OPEN, ZIP_SOURCE_READ, ZIP_SOURCE_CLOSE, ZIP_SOURCE_STAT,
-                                              ZIP_SOURCE_ERROR, ZIP_SOURCE_FREE, ZIP_SOURCE_SUPPORTS, -1);
-    default:
-        return -1;
-    }
+    const QString script = QStringLiteral(
+        "import sys, zipfile\n"
+        "with zipfile.ZipFile(sys.argv[1], 'w', zipfile.ZIP_DEFLATED, compresslevel=1) as archive:\n"
+        "    with archive.open(sys.argv[2], 'w') as member:\n"
+        "        for _ in range(1024): member.write(bytes(1 << 20))\n"
+        "        member.write(b'\\0')\n");
+    QProcess python;
+    python.start(QStringLiteral("python3"), {QStringLiteral("-c"), script, path, databaseName});
+    return python.waitForFinished(120000) && python.exitStatus() == QProcess::NormalExit
+        && python.exitCode() == 0;
 }
 
-// Members stored as they are, so that a test can find and spoil their bytes;
-// the bomb's member is deflated zeros that really inflate past the limit.
-bool writeZip(const QString& path, const QStringList& names, bool emptyMembers, bool bomb)
+// Members stored as they are, so that a test can find and spoil their bytes.
+bool writeZip(const QString& path, const QStringList& names, bool emptyMembers)
 {
     int openError = 0;
     zip_t* archive = zip_open(QFile::encodeName(path).constData(), ZIP_CREATE | ZIP_TRUNCATE, &openError);
@@ -79,21 +52,19 @@ bool writeZip(const QString& path, const QStringList& names, bool emptyMembers, 
         return false;
     std::vector<QByteArray> contents;
     contents.reserve(size_t(names.size()));
-    Zeros zeros;
-    zeros.size = zip_uint64_t(maxUnzippedDatabaseSize) + 1;
-    zip_error_init(&zeros.error);
     for (const QString& name : names) {
         contents.push_back(emptyMembers ? QByteArray() : contentOf(name));
-        zip_source_t* source = bomb ? zip_source_function(archive, readZeros, &zeros)
-                                    : zip_source_buffer(archive, contents.back().constData(),
-                                                        zip_uint64_t(contents.back().size()), 0);
-        const zip_int64_t index = zip_file_add(archive, name.toUtf8().constData(), source, ZIP_FL_ENC_UTF_8);
+        const QByteArray& content = contents.back();
+        zip_source_t* source
+            = zip_source_buffer(archive, content.constData(), zip_uint64_t(content.size()), 0);
+        const QByteArray utf8Name = name.toUtf8();
+        const zip_int64_t index = zip_file_add(archive, utf8Name.constData(), source, ZIP_FL_ENC_UTF_8);
         if (index < 0) {
             zip_source_free(source);
             zip_discard(archive);
             return false;
         }
-        zip_set_file_compression(archive, zip_uint64_t(index), bomb ? ZIP_CM_DEFLATE : ZIP_CM_STORE, 1);
+        zip_set_file_compression(archive, zip_uint64_t(index), ZIP_CM_STORE, 0);
     }
     return zip_close(archive) == 0;
 }
@@ -134,7 +105,7 @@ void TestUnzip::unzipDatabase_data()
     QTest::newRow("member of size zero") << QStringList{databaseName} << "empty" << "" << "";
     QTest::newRow("CRC mismatch") << QStringList{databaseName} << "crc" << "" << "";
     QTest::newRow("archive cut in half") << QStringList{databaseName} << "cut" << "" << "";
-    QTest::newRow("zip bomb over 1 GiB") << QStringList{databaseName} << "bomb" << "" << "";
+    QTest::newRow("zip bomb over 1 GiB") << QStringList() << "bomb" << "" << "";
 }
 
 void TestUnzip::unzipDatabase()
@@ -152,11 +123,12 @@ void TestUnzip::unzipDatabase()
     // A leftover of an earlier run, longer than any member: replaced or removed.
     QVERIFY(writeFile(output, QByteArray(100000, 'x')));
 
-    if (damage == QLatin1String("notzip")) {
+    if (damage == QLatin1String("notzip"))
         QVERIFY(writeFile(archive, "To nie jest archiwum."));
-    } else if (damage != QLatin1String("missing")) {
-        QVERIFY(writeZip(archive, members, damage == QLatin1String("empty"), damage == QLatin1String("bomb")));
-    }
+    else if (damage == QLatin1String("bomb"))
+        QVERIFY(writeBomb(archive));
+    else if (damage != QLatin1String("missing"))
+        QVERIFY(writeZip(archive, members, damage == QLatin1String("empty")));
     QByteArray bytes = readFile(archive);
     if (damage == QLatin1String("crc")) {
         const QByteArray content = contentOf(members.first());
