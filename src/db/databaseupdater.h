@@ -3,9 +3,11 @@
 #include "utils/qthttpget.h"
 
 #include <QByteArray>
+#include <QDateTime>
 #include <QFutureWatcher>
 #include <QObject>
 #include <QString>
+#include <QTimer>
 
 // Keeps the local drug database current: asks the file service for a newer
 // refund list or data version, downloads the new base as a zip archive, unpacks
@@ -25,8 +27,13 @@ public:
     bool isNewVersionAvailable() const;
     bool isNewRefundListAvailable() const;
     void setLocalVersion(const QString& version);
-    // Unpacks the downloaded archive and puts the base at `path`.
+    // Unpacks the downloaded archive off the GUI thread and puts the base at
+    // `path`: `replaced` when the new base stands, else `error` with the old one
+    // left as it was.
     void replaceDatabase(const QString& path);
+
+    // Milliseconds from `now` to the next 03:00 local time, the hour of the daily check.
+    static qint64 msecsToNextCheck(const QDateTime& now);
 
 signals:
     void checked();
@@ -40,4 +47,18 @@ private slots:
     void onDbResult(QNetworkReply* reply);
     void unzipFinished();
     void updateTimerElapsed();
+
+private:
+    void fail();
+
+    QFutureWatcher<bool>* unzipWatcher = nullptr;
+    QtHttpGet refundCheckGet;
+    QtHttpGet versionCheckGet;
+    QtHttpGet databaseGet;
+    bool newVersionAvailable = false;
+    bool newRefundListAvailable = false;
+    QByteArray archiveData;
+    QString databasePath;
+    QString localVersion = QStringLiteral("0");
+    QTimer updateTimer;
 };
