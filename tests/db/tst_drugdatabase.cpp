@@ -115,7 +115,6 @@ private slots:
     void warnings();
     void descriptions();
     void smallReads();
-    void databaseDateText();
     void gifDecisionsNewestFirst();
     void adverts();
     void pharmacies();
@@ -299,7 +298,6 @@ void TestDrugDatabase::refundRows_data()
 
     const QString allIndications =
         QStringLiteral("Refundacja we wszystkich zarejestrowanych wskazaniach (patrz wskazania wg ChPL).");
-    QTest::newRow("full payment group") << "12" << QStringList{"100%/12,50/" + allIndications + "/Brak wskazań"};
     QTest::newRow("two groups in order")
         << "1" << QStringList{"50%/3,20/Ból przewlekły/Brak wskazań", "100%/12,80/" + allIndications + "/Brak wskazań"};
     QTest::newRow("empty payment keeps positions") << "13" << QStringList{"ryczałt//chemioterapia/Brak wskazań"};
@@ -371,10 +369,7 @@ void TestDrugDatabase::smallReads()
     QCOMPARE(listDate(), QStringLiteral("2024-01-01"));
     QCOMPARE(leafletPath(QStringLiteral("1")), QStringLiteral("000123/ulotka.pdf"));
     QCOMPARE(leafletPath(QStringLiteral("2")), QString());
-}
 
-void TestDrugDatabase::databaseDateText()
-{
     QCOMPARE(DrugDatabase::databaseDateText(), QStringLiteral("2023-11-14 22:13:20"));
     // A database without a version reads as time 0.
     useDatabase(QStringLiteral("CREATE TABLE cfg (key TEXT, val TEXT)"));
