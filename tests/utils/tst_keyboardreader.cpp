@@ -224,8 +224,8 @@ void TestKeyboardReader::focusedLineCleared_data()
 
     QTest::newRow("a line without the focus keeps its text") << false << QString() << QString() << ean.left(12);
     // The window's own copy of the scanner's keys can come after the reading.
-    QTest::newRow("search line with the focus is emptied, late digit too") << true << ean.right(1) << QString()
-                                                                            << QString();
+    QTest::newRow("search line with the focus is emptied, late digit too")
+        << true << ean.right(1) << QString() << QString();
     // Regression: digits typed after a scan were wiped when they were part of the code.
     QTest::newRow("digits typed after the scan stay") << true << ean.right(1) << "590" << "590";
 }
@@ -243,11 +243,9 @@ void TestKeyboardReader::focusedLineCleared()
     window.show();
     QApplication::setActiveWindow(&window);
     QVERIFY(QTest::qWaitForWindowActive(&window));
-    if (lineHasFocus)
-        edit->setFocus();
-    else
-        button->setFocus();
-    QTRY_COMPARE(QApplication::focusWidget(), lineHasFocus ? static_cast<QWidget*>(edit) : button);
+    QWidget* focused = lineHasFocus ? static_cast<QWidget*>(edit) : button;
+    focused->setFocus();
+    QTRY_COMPARE(QApplication::focusWidget(), focused);
     // What the scanner typed into the line before its last digit.
     edit->setText(ean.left(12));
 
