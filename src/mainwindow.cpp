@@ -7,6 +7,11 @@
 #include "drugs/drugsubstituteviewmodel.h"
 #include "drugs/drugviewmodel.h"
 #include "drugs/gifbubble.h"
+#include "settings/contact.h"
+#include "settings/databaseinfo.h"
+#include "settings/rodoinfo.h"
+#include "settingskeys.h"
+#include "utils/connectivity.h"
 #include "utils/keyboardreader.h"
 
 #include <QApplication>
@@ -14,9 +19,11 @@
 #include <QCoreApplication>
 #include <QDebug>
 #include <QDir>
+#include <QFileInfo>
 #include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QSettings>
 #include <QStatusBar>
 #include <QTimer>
 
@@ -25,6 +32,11 @@ MainWindow* mainWindowInstance = nullptr;
 
 const QString alertStyle = QStringLiteral("background-color: #e3502a; QStatusBar::item {border: none;}");
 const QString plainStyle = QStringLiteral("QStatusBar::item {border: none;}");
+
+constexpr int messageTime = 10000;
+// A file this small can't hold a drug database: the page stays off until an update brings one.
+constexpr qint64 smallestDatabase = 1025;
+constexpr int fourHours = 14400000;
 
 void removeFilesIn(const QString& path)
 {
@@ -46,6 +58,7 @@ MainWindow::MainWindow(QWidget* parent)
     // ends the process.
     DrugDatabase::databaseHandle(DrugDatabase::drugDatabaseName);
     qDebug() << DrugDatabase::dataVersion();
+    databaseUpdater.setLocalVersion(DrugDatabase::dataVersion());
 
     auto* version = new QLabel(this);
     version->setObjectName(QStringLiteral("version"));
@@ -60,6 +73,15 @@ MainWindow::MainWindow(QWidget* parent)
     trayIcon->setVisible(true);
     connect(trayIcon, &QSystemTrayIcon::activated, this, &MainWindow::display);
     connect(trayIcon, &QSystemTrayIcon::messageClicked, this, &MainWindow::onTrayIconMessageClicked);
+
+    connect(&databaseUpdater, &DatabaseUpdater::checked, this, &MainWindow::dbCheckFinnished);
+    connect(&databaseUpdater, &DatabaseUpdater::downloaded, this, &MainWindow::dbDownloadFinnished);
+    connect(&databaseUpdater, &DatabaseUpdater::replaced, this, &MainWindow::dbUpdateFinnished);
+    connect(&databaseUpdater, &DatabaseUpdater::error, this, &MainWindow::dbUpdaterError);
+    connect(&programUpdater, &ProgramUpdater::error, this, &MainWindow::onProgramUpdateError);
+    connect(&programUpdater, &ProgramUpdater::oldVersion, this, &MainWindow::onProgramOldVersion);
+    connect(&programUpdater, &ProgramUpdater::actVersion, this, &MainWindow::onProgramActVersion);
+    QTimer::singleShot(fourHours, Qt::CoarseTimer, this, [this] { databaseUpdater.check(); });
 
     setWindowState(Qt::WindowMaximized);
 
@@ -76,10 +98,7 @@ MainWindow::MainWindow(QWidget* parent)
     connect(qApp, &QGuiApplication::commitDataRequest, this, &MainWindow::onSessionEnding);
     connect(qApp, &QCoreApplication::aboutToQuit, this, [] { DrugDatabase::closeDatabase(); });
 
-    // Until the start-up checks stand, their last pass runs once the event loop
-    // is up, and the scanner is wired once, here.
-    QMetaObject::invokeMethod(this, &MainWindow::Init, Qt::QueuedConnection);
-    connectInputs();
+    Init();
 }
 
 MainWindow::~MainWindow()
@@ -97,13 +116,176 @@ MainWindow* MainWindow::instance()
 void MainWindow::Init()
 {
     qDebug() << "D/MainWindow::Init";
+    // The pass that the constructor runs comes before the program names its
+    // settings store: the notice waits for the next pass.
+    if (!QCoreApplication::organizationName().isEmpty()) {
+        QSettings settings;
+        if (!settings.value(SettingsKeys::seenRodoInfo, false).toBool()) {
+            auto* notice = new RODOInfo(nullptr);
+            if (notice->exec() == QDialog::Accepted) {
+                settings.setValue(SettingsKeys::seenRodoInfo, true);
+                settings.sync();
+            }
+            notice->deleteLater();
+        }
+    }
+
     ui->centralWidget->setEnabled(true);
+    const bool online = internetConnection();
+    if (QFileInfo(programDir() + QStringLiteral("/") + DrugDatabase::drugDatabaseName).size() < smallestDatabase) {
+        qDebug() << "D/MainWindow::Init | No DB";
+        ui->centralWidget->setEnabled(false);
+    }
+
+    if (online && !programChecked) {
+        qDebug() << "D/MainWindow::Init | Checking update";
+        showStatusMessage(QStringLiteral("Sprawdzanie aktualizacji programu..."), messageTime);
+        programUpdater.checkVersion();
+        return;
+    }
+    if (online && !dbChecked) {
+        qDebug() << "D/MainWindow::Init | Checking db update";
+        manualDbCheck = false;
+        showStatusMessage(QStringLiteral("Sprawdzanie aktualizacji bazy danych..."), messageTime);
+        databaseUpdater.check();
+        return;
+    }
+    if (!online) {
+        qDebug() << "D/MainWindow::Init | No internet connection";
+        showStatusMessage(QStringLiteral("Brak połączenia z internetem"), messageTime);
+    }
+    qDebug() << "D/MainWindow::Init | Finnished checks";
+
+    // Offline the inputs stay unwired for this run, and every complete pass
+    // wires them once more: a code is then handled once per pass.
+    if (dbChecked && programChecked)
+        connectInputs();
 
     auto* dbVersionMessage = findChild<QLabel*>(QStringLiteral("dbVersionMessage"));
     auto* version = findChild<QLabel*>(QStringLiteral("version"));
     dbVersionMessage->setText(QStringLiteral("Baza danych: ") + DrugDatabase::databaseDateText());
     version->setText(QStringLiteral("Wersja aplikacji: ") + QCoreApplication::applicationVersion());
-    QTimer::singleShot(10000, dbVersionMessage, &QLabel::show);
+    QTimer::singleShot(messageTime, dbVersionMessage, &QLabel::show);
+}
+
+bool MainWindow::internetConnection()
+{
+    qDebug() << "D/MainWindow::internetConnection | Checking internet connection";
+    return Connectivity::internetConnection();
+}
+
+void MainWindow::onProgramActVersion()
+{
+    programChecked = true;
+    Init();
+}
+
+void MainWindow::onProgramUpdateError()
+{
+    QMessageBox::critical(this, QStringLiteral("Błąd"), QStringLiteral("Podczas aktualizacji programu wystąpił błąd"));
+    programChecked = true;
+    Init();
+}
+
+void MainWindow::onProgramOldVersion(const QString& current, const QString& online)
+{
+    qDebug() << "Update" << current << " ->" << online;
+    QMessageBox question(this);
+    question.setText(QStringLiteral("Dostępna nowa wersja programu!"));
+    question.setInformativeText(QStringLiteral("Aktualnie używasz wydania ") + current.simplified()
+                                + QStringLiteral(", dostępne jest ") + online.simplified()
+                                + QStringLiteral(". Czy chcesz zakutalizować teraz?"));
+    QPushButton* yes = question.addButton(QStringLiteral("Tak"), QMessageBox::YesRole);
+    question.addButton(QStringLiteral("Anuluj"), QMessageBox::NoRole);
+    question.exec();
+    if (question.clickedButton() == yes)
+        programUpdater.downloadUpdate();
+    programChecked = true;
+    Init();
+}
+
+void MainWindow::dbCheckFinnished()
+{
+    if (!databaseUpdater.isNewVersionAvailable()) {
+        showStatusMessage(QStringLiteral("Baza danych jest aktualna!"), 1000);
+        QTimer::singleShot(messageTime, findChild<QLabel*>(QStringLiteral("dbVersionMessage")), &QLabel::show);
+        dbChecked = true;
+        Init();
+        manualDbCheck = false;
+        return;
+    }
+    if (manualDbCheck) {
+        // A check from the menu announces the new base but never downloads it,
+        // whichever button is pressed: the answer is not read, as it always was.
+        QMessageBox question(this);
+        question.setIcon(QMessageBox::Question);
+        question.setText(databaseUpdater.isNewRefundListAvailable()
+                             ? QStringLiteral("Dostępna jest nowa wersja bazy danych uzupełniona o nową Listę "
+                                              "Refundacji.\nCzy chcesz ją teraz pobrać?")
+                             : QStringLiteral("Dostępna jest nowa wersja bazy danych.\nCzy chcesz ją teraz pobrać?"));
+        question.addButton(QStringLiteral("Tak"), QMessageBox::YesRole);
+        question.addButton(QStringLiteral("Nie"), QMessageBox::NoRole);
+        question.exec();
+        dbChecked = true;
+        Init();
+        manualDbCheck = false;
+        return;
+    }
+    setAlertStyleFor(messageTime);
+    showStatusMessage(QStringLiteral("Pobieranie aktualizacji bazy danych..."), messageTime);
+    databaseUpdater.download();
+    manualDbCheck = false;
+}
+
+void MainWindow::dbDownloadFinnished()
+{
+    const QString path = programDir() + QStringLiteral("/") + DrugDatabase::drugDatabaseName;
+    DrugDatabase::closeDatabase();
+    showStatusMessage(QStringLiteral("Zapisywanie aktualizacji bazy danych..."), messageTime);
+    databaseUpdater.replaceDatabase(path);
+}
+
+void MainWindow::dbUpdateFinnished()
+{
+    showStatusMessage(QStringLiteral("Baza danych została zaktualizowana!"), messageTime);
+    qDebug() << DrugDatabase::dataVersion();
+    databaseUpdater.setLocalVersion(DrugDatabase::dataVersion());
+    dbChecked = true;
+    Init();
+}
+
+void MainWindow::dbUpdaterError()
+{
+    if (manualDbCheck)
+        QMessageBox::information(this, QStringLiteral("Błąd"),
+                                 QStringLiteral("Aktualizacja bazy danych nie powiodła sie. Spróbuj ponownie później"));
+    showStatusMessage(QStringLiteral("Aktualizacja bazy danych nie powiodła sie. Spróbuj ponownie później!"),
+                      messageTime);
+}
+
+void MainWindow::on_actionAktualizuj_baz_danych_triggered()
+{
+    setAlertStyleFor(messageTime);
+    showStatusMessage(QStringLiteral("Sprawdzanie aktualizacji bazy danych..."), messageTime);
+    manualDbCheck = true;
+    databaseUpdater.check();
+}
+
+void MainWindow::on_actionAktualizuj_program_triggered()
+{
+    qDebug() << "D/MainWindow::on_actionAktualizuj_program_triggered";
+    showStatusMessage(QStringLiteral("Sprawdzanie aktualizacji programu..."), messageTime);
+    programUpdater.checkVersion();
+}
+
+void MainWindow::on_actionKontakt_triggered()
+{
+    Contact::showContact();
+}
+
+void MainWindow::on_actionInfo_triggered()
+{
+    DatabaseInfo::showInfo(DrugDatabase::dataVersion(), DrugDatabase::listDate());
 }
 
 void MainWindow::showStatusMessage(const QString& text, int milliseconds)
@@ -121,12 +303,17 @@ void MainWindow::setAlertStyle(bool alert)
     ui->statusBar->setStyleSheet(alert ? alertStyle : plainStyle);
 }
 
-void MainWindow::showAlertMessage(const QString& text, int milliseconds)
+void MainWindow::setAlertStyleFor(int milliseconds)
 {
     setAlertStyle(true);
-    ui->statusBar->showMessage(text, milliseconds);
     QTimer::singleShot(milliseconds, milliseconds >= 2000 ? Qt::CoarseTimer : Qt::PreciseTimer, this,
                        [this] { setAlertStyle(false); });
+}
+
+void MainWindow::showAlertMessage(const QString& text, int milliseconds)
+{
+    setAlertStyleFor(milliseconds);
+    ui->statusBar->showMessage(text, milliseconds);
 }
 
 void MainWindow::showDrugPage()

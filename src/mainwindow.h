@@ -1,5 +1,8 @@
 #pragma once
 
+#include "db/databaseupdater.h"
+#include "programupdater.h"
+
 #include <QMainWindow>
 #include <QSystemTrayIcon>
 
@@ -29,6 +32,13 @@ public:
 public slots:
     void display();
     void onNewReading(const QString& ean);
+    void dbCheckFinnished();
+    void dbDownloadFinnished();
+    void dbUpdateFinnished();
+    void dbUpdaterError();
+    void onProgramUpdateError();
+    void onProgramOldVersion(const QString& current, const QString& online);
+    void onProgramActVersion();
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -37,14 +47,27 @@ private slots:
     void onSessionEnding();
     void onTrayIconMessageClicked();
     void on_actionZamknij_triggered();
+    void on_actionAktualizuj_baz_danych_triggered();
+    void on_actionKontakt_triggered();
+    void on_actionInfo_triggered();
     void on_actionUsu_pliki_tymczasowe_triggered();
+    void on_actionAktualizuj_program_triggered();
 
 private:
+    // The start-up chain: the program's version, then the database's, and only
+    // then the inputs. Runs from the constructor and again after every step.
     void Init();
+    bool internetConnection();
     void connectInputs();
     void setAlertStyle(bool alert);
+    void setAlertStyleFor(int milliseconds);
 
     Ui::MainWindow* ui = nullptr;
     QSystemTrayIcon* trayIcon = nullptr;
+    DatabaseUpdater databaseUpdater;
+    bool manualDbCheck = false;
+    ProgramUpdater programUpdater;
+    bool dbChecked = false;
+    bool programChecked = false;
     bool sessionEnding = false;
 };

@@ -1,8 +1,10 @@
 #include "appdir.h"
+#include "buildconfig.h"
 #include "db/drugdatabase.h"
 #include "drugs/drugviewmodel.h"
 #include "drugs/searchlistitem.h"
 #include "mainwindow.h"
+#include "simulator.h"
 #include "utils/keyboardreader.h"
 
 #include <QApplication>
@@ -46,6 +48,7 @@ private:
     int selectedCount() const;
 
     QTemporaryDir dir;
+    Simulator simulator;
     std::unique_ptr<MainWindow> window;
     QProcess foreign;
     QByteArray foreignOutput;
@@ -84,7 +87,12 @@ void tst_ScanRoad::initTestCase()
     QVERIFY(QFile::copy(QStringLiteral(QUILLARD_BINARY_DIR "/bin/") + DrugDatabase::drugDatabaseName,
                         dir.filePath(DrugDatabase::drugDatabaseName)));
 
+    // The scanner is wired once the start-up checks find the program and the
+    // database current: three probes of the connection, one per pass.
+    QVERIFY(simulator.start(QUILLARD_SIMULATOR_PORT));
+    QVERIFY(simulator.setValue(QStringLiteral("data_version"), DrugDatabase::dataVersion()));
     window = std::make_unique<MainWindow>(nullptr);
+    QTRY_COMPARE_WITH_TIMEOUT(simulator.records(QStringLiteral("/")).size(), 3, 20000);
 
     // Another program with a line edit that has the focus.
     foreign.start(QCoreApplication::applicationFilePath(), { QStringLiteral("--foreign-window") });
