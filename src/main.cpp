@@ -17,7 +17,6 @@
 
 namespace {
 
-const QString applicationVersion = QStringLiteral("1.6.5.0");
 const QString instanceKey = QStringLiteral("CorvaneQuillardKey");
 
 void setUpTempDirAndLogPattern()
@@ -122,7 +121,7 @@ int main(int argc, char* argv[])
     QCoreApplication::setOrganizationName(QStringLiteral("Corvane"));
     QCoreApplication::setOrganizationDomain(organizationDomain);
     QCoreApplication::setApplicationName(QStringLiteral("Quillard"));
-    QCoreApplication::setApplicationVersion(applicationVersion);
+    QCoreApplication::setApplicationVersion(programVersion);
     // The installation's key goes with every record, so it stands before anything is sent.
     ensureAppKey();
 

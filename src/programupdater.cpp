@@ -20,7 +20,6 @@
 namespace
 {
 
-const QString ownVersion = QStringLiteral("1.6.5.0");
 const char sourcePath[] = "../QuillardDesktop/programupdater";
 
 } // namespace
@@ -83,10 +82,10 @@ void ProgramUpdater::onVersionDownload(QNetworkReply* reply)
     const QString online = QtHttpGet::replyText(reply);
     qDebug().noquote() << "Online version" << online;
     // An answer that reads as no version at all is 0.0.0.0 and offers nothing.
-    if (VersionNumber(ownVersion) >= VersionNumber(online))
+    if (VersionNumber(programVersion) >= VersionNumber(online))
         emit actVersion();
     else
-        emit oldVersion(ownVersion, online);
+        emit oldVersion(programVersion, online);
 }
 
 void ProgramUpdater::onFileDownload(QNetworkReply* reply)

@@ -38,3 +38,4 @@ static const QString fullChplUrl = QStringLiteral(QUILLARD_CHPL_URL);
 static const QString attachmentsUrl = QStringLiteral(QUILLARD_ATTACHMENTS_URL);
 static const QString sentryDsn = QStringLiteral(QUILLARD_SENTRY_DSN);
 static const QString organizationDomain = QStringLiteral(QUILLARD_ORGANIZATION_DOMAIN);
+static const QString programVersion = QStringLiteral(QUILLARD_VERSION);

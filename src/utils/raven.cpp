@@ -1,5 +1,7 @@
 #include "raven.h"
 
+#include "urls.h"
+
 #include "utils/networklimits.h"
 #include "utils/sentrydsn.h"
 
@@ -72,7 +74,7 @@ bool Raven::setUpForProgram(const QString& dsn)
 {
     Raven* raven = instance();
     const bool ok = raven->init(dsn);
-    raven->setTag(QStringLiteral("Version"), QStringLiteral("1.6.5.0"));
+    raven->setTag(QStringLiteral("Version"), programVersion);
     raven->setTag(QStringLiteral("Type"), QStringLiteral("QuillardDesktop"));
     raven->setTag(QStringLiteral("OS"),
                   QSysInfo::productType() + QLatin1Char(' ') + QSysInfo::productVersion());
