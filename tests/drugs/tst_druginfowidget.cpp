@@ -87,7 +87,10 @@ void tst_DrugInfoWidget::initTestCase()
                         dir.filePath(DrugDatabase::drugDatabaseName)));
     // The program's service addresses are compiled in, so the simulator takes that port.
     QVERIFY(simulator.start(QUILLARD_SIMULATOR_PORT));
+    // The start-up checks find the base current and leave it in place.
+    QVERIFY(simulator.setValue(QStringLiteral("data_version"), DrugDatabase::dataVersion()));
     window = std::make_unique<MainWindow>(nullptr);
+    QTRY_COMPARE_WITH_TIMEOUT(simulator.records(QStringLiteral("/")).size(), 3, 20000);
     window->show();
     QVERIFY(QTest::qWaitForWindowExposed(window.get()));
     info = window->findChild<DrugInfoWidget*>();
