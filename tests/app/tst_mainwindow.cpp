@@ -1,6 +1,7 @@
 #include "appdir.h"
 #include "db/drugdatabase.h"
 #include "mainwindow.h"
+#include "messageboxanswerer.h"
 #include "testsupport.h"
 
 #include <QAbstractButton>
@@ -20,39 +21,6 @@
 #include <QTimer>
 
 #include <memory>
-
-namespace {
-
-// Answers the next message box that comes up with the button of the given text
-// and remembers the box's text.
-class MessageBoxAnswerer : public QObject {
-public:
-    explicit MessageBoxAnswerer(const QString& button)
-        : button(button)
-    {
-        auto* timer = new QTimer(this);
-        connect(timer, &QTimer::timeout, this, [this] {
-            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-            if (!box)
-                return;
-            text = box->text();
-            title = box->windowTitle();
-            for (QAbstractButton* candidate : box->buttons()) {
-                if (candidate->text() == this->button) {
-                    candidate->click();
-                    return;
-                }
-            }
-        });
-        timer->start(20);
-    }
-
-    QString button;
-    QString text;
-    QString title;
-};
-
-} // namespace
 
 class tst_MainWindow : public QObject {
     Q_OBJECT
@@ -121,7 +89,7 @@ void tst_MainWindow::quitAsksAndNoKeepsRunning()
     window->show();
     MessageBoxAnswerer answerer(QStringLiteral("Nie"));
     window->findChild<QAction*>(QStringLiteral("actionZamknij"))->trigger();
-    QCOMPARE(answerer.text, QStringLiteral("Czy jesteś pewien?\n"));
+    QCOMPARE(answerer.texts.value(0), QStringLiteral("Czy jesteś pewien?\n"));
     QVERIFY(window->findChild<QSystemTrayIcon*>()->isVisible());
     QVERIFY(window->isVisible());
 }
@@ -150,7 +118,7 @@ void tst_MainWindow::removeTemporaryFiles()
     MessageBoxAnswerer answerer(answer);
     window->findChild<QAction*>(QStringLiteral("actionUsu_pliki_tymczasowe"))->trigger();
     QCOMPARE(answerer.title, QStringLiteral("Corvane Quillard"));
-    QCOMPARE(answerer.text, QStringLiteral("Czy na pewno chcesz usunąć pliki tymczasowe?"));
+    QCOMPARE(answerer.texts.value(0), QStringLiteral("Czy na pewno chcesz usunąć pliki tymczasowe?"));
 
     QCOMPARE(!QFile::exists(dir.filePath(QStringLiteral("temp/1234.pdf"))), removed);
     QCOMPARE(!QFile::exists(dir.filePath(QStringLiteral("cache/77.png"))), removed);

@@ -3,6 +3,7 @@
 #include "db/drugdatabase.h"
 #include "drugs/drugviewmodel.h"
 #include "mainwindow.h"
+#include "messageboxanswerer.h"
 #include "simulator.h"
 #include "utils/keyboardreader.h"
 
@@ -22,30 +23,6 @@
 namespace {
 
 const QString ean = QStringLiteral("5909990000012");
-
-// Presses the button of the given text on every message box that comes up,
-// and remembers what the boxes said.
-class Answerer : public QObject
-{
-public:
-    explicit Answerer(const QString& button)
-    {
-        auto* timer = new QTimer(this);
-        connect(timer, &QTimer::timeout, this, [this, button] {
-            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-            if (!box)
-                return;
-            texts << box->text();
-            for (QAbstractButton* candidate : box->buttons()) {
-                if (candidate->text() == button)
-                    candidate->click();
-            }
-        });
-        timer->start(20);
-    }
-
-    QStringList texts;
-};
 
 } // namespace
 
@@ -147,7 +124,7 @@ void tst_StartupChain::chainWiresTheScannerAfterBothChecks()
     QVERIFY(simulator.setValue(QStringLiteral("app_version"), QStringLiteral("1.7")));
 
     // A newer program is offered; whatever the answer, the chain goes on.
-    Answerer answerer(QStringLiteral("Anuluj"));
+    MessageBoxAnswerer answerer(QStringLiteral("Anuluj"));
     window = std::make_unique<MainWindow>(nullptr);
     QTRY_COMPARE_WITH_TIMEOUT(probes(), 3, 20000);
     QCOMPARE(answerer.texts, QStringList{QStringLiteral("Dostępna nowa wersja programu!")});
@@ -165,7 +142,7 @@ void tst_StartupChain::menuCheckNeverDownloadsAndWiresAgain()
 
     // A newer base on offer: the menu's check asks, and never downloads.
     QVERIFY(simulator.setValue(QStringLiteral("data_version"), QString::number(localVersion.toLongLong() + 86400)));
-    Answerer answerer(QStringLiteral("Tak"));
+    MessageBoxAnswerer answerer(QStringLiteral("Tak"));
     window->findChild<QAction*>(QStringLiteral("actionAktualizuj_baz_danych"))->trigger();
     QTRY_COMPARE_WITH_TIMEOUT(probes(), 4, 20000);
     QCOMPARE(answerer.texts, QStringList{QStringLiteral("Dostępna jest nowa wersja bazy danych.\nCzy chcesz ją teraz pobrać?")});
