@@ -12,6 +12,12 @@
 #include <QTimer>
 #include <QUrl>
 
+#ifdef Q_OS_LINUX
+#include <sys/prctl.h>
+
+#include <csignal>
+#endif
+
 namespace {
 
 constexpr int startTimeoutMs = 15000;
@@ -33,6 +39,14 @@ QString stateDir(const Simulator* simulator)
 }
 
 } // namespace
+
+void Simulator::Process::setupChildProcess()
+{
+#ifdef Q_OS_LINUX
+    // Runs in the child before exec; the simulator stops cleanly on SIGTERM.
+    prctl(PR_SET_PDEATHSIG, SIGTERM);
+#endif
+}
 
 Simulator::~Simulator()
 {

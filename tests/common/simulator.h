@@ -34,8 +34,15 @@ public:
     QJsonArray records(const QString& path);
 
 private:
+    // On Linux the simulator ends with the test process, however that ends: a
+    // crashed test must not leave it holding the port and the test's stderr.
+    class Process : public QProcess {
+    protected:
+        void setupChildProcess() override;
+    };
+
     QByteArray control(const QString& pathAndQuery);
 
-    QProcess process;
+    Process process;
     int listeningPort = 0;
 };
