@@ -5,7 +5,6 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSignalSpy>
-#include <QStandardPaths>
 #include <QtTest>
 
 #include <optional>
@@ -14,8 +13,6 @@ namespace {
 
 constexpr int shiftKey = 0xA0;
 constexpr int controlKey = 0xA2;
-constexpr int rightControlKey = 0xA3;
-constexpr int altKey = 0xA4;
 constexpr int returnKey = 0x0D;
 constexpr int escapeKey = 0x1B;
 constexpr int f1Key = 0x70;
@@ -76,12 +73,13 @@ void feed(KeyboardReader& reader, const QVector<KeyEvent>& events)
     }
 }
 
-QStringList readingsOf(const QSignalSpy& spy)
+// The first argument of every signal the spy caught.
+template<typename T> QList<T> argumentsOf(const QSignalSpy& spy)
 {
-    QStringList readings;
+    QList<T> values;
     for (const QList<QVariant>& arguments : spy)
-        readings << arguments.at(0).toString();
-    return readings;
+        values << arguments.at(0).value<T>();
+    return values;
 }
 
 const QString ean = QStringLiteral("5909990000012");
@@ -95,21 +93,14 @@ class TestKeyboardReader : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
     void readings_data();
     void readings();
     void sequences_data();
     void sequences();
-    void escapeAtPress();
     void focusedLineCleared_data();
     void focusedLineCleared();
     void ownWindowsWithoutSystemStream();
 };
-
-void TestKeyboardReader::initTestCase()
-{
-    QStandardPaths::setTestModeEnabled(true);
-}
 
 void TestKeyboardReader::readings_data()
 {
@@ -141,8 +132,6 @@ void TestKeyboardReader::readings_data()
         << QStringList{ean};
     QTest::newRow("a letter keeps the burst alive across 120 ms between digits")
         << Keys().digits(ean.left(6), 30).tap(letterA, 60).digits(ean.mid(6), 60).events << QStringList{ean};
-    QTest::newRow("code 0x2F counts like a digit")
-        << Keys().digits(ean.left(12), 30).tap(0x2F, 30).events << QStringList{ean.left(12) + QStringLiteral("/")};
     QTest::newRow("a clock that went back keeps the run")
         << Keys().digits(ean.left(6), 30).digits(ean.mid(6), 30, -86000000).events << QStringList{ean};
 }
@@ -150,59 +139,39 @@ void TestKeyboardReader::readings_data()
 void TestKeyboardReader::readings()
 {
     QFETCH(QVector<KeyEvent>, events);
-    QFETCH(QStringList, expected);
-
     KeyboardReader reader;
     QSignalSpy spy(&reader, &KeyboardReader::newReading);
     feed(reader, events);
-    QCOMPARE(readingsOf(spy), expected);
+    QTEST(QStringList(argumentsOf<QString>(spy)), "expected");
 }
 
 void TestKeyboardReader::sequences_data()
 {
     QTest::addColumn<QVector<KeyEvent>>("events");
-    QTest::addColumn<QStringList>("expected");
+    QTest::addColumn<QList<QKeySequence>>("expected");
+    QTest::addColumn<int>("escapes");
 
+    // Ctrl released alone is a sequence Qt has no name for: Qt::Key_unknown.
     QTest::newRow("Ctrl held: F1 then F2, then Ctrl released")
         << Keys().press(controlKey).tap(f1Key).tap(f2Key).release(controlKey).events
-        << QStringList{QStringLiteral("Ctrl+F1"), QStringLiteral("F2"), QStringLiteral("Ctrl")};
-    QTest::newRow("Alt, right Ctrl, Shift pressed: Shift+Ctrl+Alt")
-        << Keys().press(altKey).press(rightControlKey).press(shiftKey).tap(letterD).events
-        << QStringList{QStringLiteral("Shift+Ctrl+Alt+D")};
+        << QList<QKeySequence>{Qt::CTRL | Qt::Key_F1, Qt::Key_F2, Qt::Key_unknown} << 0;
     QTest::newRow("modifier released before the key drops out")
         << Keys().press(controlKey).press(letterD).release(controlKey).release(letterD).events
-        << QStringList{QStringLiteral("Ctrl"), QStringLiteral("D")};
+        << QList<QKeySequence>{Qt::Key_unknown, Qt::Key_D} << 0;
+    // Escape acts at its press; its sequence comes at the release as any other.
+    QTest::newRow("Esc pressed") << Keys().press(escapeKey).events << QList<QKeySequence>() << 1;
+    QTest::newRow("Esc released") << Keys().tap(escapeKey).events << QList<QKeySequence>{Qt::Key_Escape} << 1;
 }
 
 void TestKeyboardReader::sequences()
 {
     QFETCH(QVector<KeyEvent>, events);
-    QFETCH(QStringList, expected);
-
     KeyboardReader reader;
     QSignalSpy spy(&reader, &KeyboardReader::shortcut);
-    feed(reader, events);
-    QList<QKeySequence> sequences;
-    for (const QList<QVariant>& arguments : spy)
-        sequences << arguments.at(0).value<QKeySequence>();
-    QList<QKeySequence> expectedSequences;
-    for (const QString& text : expected)
-        expectedSequences << QKeySequence(text, QKeySequence::NativeText);
-    QCOMPARE(sequences, expectedSequences);
-}
-
-void TestKeyboardReader::escapeAtPress()
-{
-    KeyboardReader reader;
     QSignalSpy escapes(&reader, &KeyboardReader::escape);
-    QSignalSpy sequences(&reader, &KeyboardReader::shortcut);
-    reader.keyDown(escapeKey, 1000);
-    QCOMPARE(escapes.count(), 1);
-    QCOMPARE(sequences.count(), 0);
-    reader.keyUp(escapeKey, 1080, QStringLiteral("Esc"));
-    QCOMPARE(escapes.count(), 1);
-    QCOMPARE(sequences.count(), 1);
-    QCOMPARE(sequences.at(0).at(0).value<QKeySequence>(), QKeySequence(Qt::Key_Escape));
+    feed(reader, events);
+    QTEST(argumentsOf<QKeySequence>(spy), "expected");
+    QTEST(escapes.count(), "escapes");
 }
 
 // Types `text` into `edit` as the window system delivers it, stamped `time`.
@@ -253,7 +222,7 @@ void TestKeyboardReader::focusedLineCleared()
     QSignalSpy spy(&reader, &KeyboardReader::newReading);
     const Keys scan = Keys().digits(ean, 20);
     feed(reader, scan.events);
-    QCOMPARE(readingsOf(spy), QStringList{ean});
+    QCOMPARE(QStringList(argumentsOf<QString>(spy)), QStringList{ean});
     const qint64 lastDigitTime = scan.events.at(scan.events.size() - 2).time;
     typeInto(edit, lateDigits, lastDigitTime);
     typeInto(edit, typedAfter, lastDigitTime + 300);
@@ -275,23 +244,15 @@ void TestKeyboardReader::ownWindowsWithoutSystemStream()
     edit.show();
     QApplication::setActiveWindow(&edit);
     QVERIFY(QTest::qWaitForWindowActive(&edit));
-    QWindow* window = edit.windowHandle();
-
     for (const QChar digit : ean)
-        QTest::keyClick(window, Qt::Key(Qt::Key_0 + digit.digitValue()));
-    QCOMPARE(readingsOf(readings), QStringList{ean});
+        QTest::keyClick(edit.windowHandle(), Qt::Key(Qt::Key_0 + digit.digitValue()));
+    QCOMPARE(QStringList(argumentsOf<QString>(readings)), QStringList{ean});
     QCOMPARE(sequences.count(), ean.size());
 
     sequences.clear();
     // Presses Ctrl, clicks D, releases Ctrl.
-    QTest::keyClick(window, Qt::Key_D, Qt::ControlModifier);
-    QCOMPARE(sequences.count(), 2);
-    QCOMPARE(sequences.at(0).at(0).value<QKeySequence>(), QKeySequence(Qt::CTRL | Qt::Key_D));
-
-    readings.clear();
-    for (const QChar digit : ean)
-        QTest::keyClick(window, Qt::Key(Qt::Key_0 + digit.digitValue()), Qt::KeypadModifier);
-    QCOMPARE(readings.count(), 0);
+    QTest::keyClick(edit.windowHandle(), Qt::Key_D, Qt::ControlModifier);
+    QCOMPARE(argumentsOf<QKeySequence>(sequences), (QList<QKeySequence>{Qt::CTRL | Qt::Key_D, Qt::Key_unknown}));
 }
 
 QTEST_MAIN(TestKeyboardReader)
