@@ -87,12 +87,10 @@ void tst_ScanRoad::initTestCase()
     QVERIFY(QFile::copy(QStringLiteral(QUILLARD_BINARY_DIR "/bin/") + DrugDatabase::drugDatabaseName,
                         dir.filePath(DrugDatabase::drugDatabaseName)));
 
-    // The scanner is wired once the start-up checks find the program and the
-    // database current: three probes of the connection, one per pass.
-    QVERIFY(simulator.start(QUILLARD_SIMULATOR_PORT));
-    QVERIFY(simulator.setValue(QStringLiteral("data_version"), DrugDatabase::dataVersion()));
+    // The scanner is wired once the start-up checks find the program and the database current.
+    QVERIFY(simulator.startOfferingCurrent(DrugDatabase::dataVersion()));
     window = std::make_unique<MainWindow>(nullptr);
-    QTRY_COMPARE_WITH_TIMEOUT(simulator.records(QStringLiteral("/")).size(), 3, 20000);
+    QVERIFY(simulator.waitForStartupChecks());
 
     // Another program with a line edit that has the focus.
     foreign.start(QCoreApplication::applicationFilePath(), { QStringLiteral("--foreign-window") });

@@ -1,5 +1,7 @@
 #include "simulator.h"
 
+#include "buildconfig.h"
+
 #include <QCoreApplication>
 #include <QDeadlineTimer>
 #include <QDir>
@@ -105,6 +107,22 @@ void Simulator::stop()
     }
     listeningPort = 0;
     QDir(stateDir(this)).removeRecursively();
+}
+
+bool Simulator::startOfferingCurrent(const QString& dataVersion)
+{
+    return start(QUILLARD_SIMULATOR_PORT) && setValue(QStringLiteral("data_version"), dataVersion);
+}
+
+bool Simulator::waitForStartupChecks()
+{
+    const QDeadlineTimer deadline(20000);
+    while (records(QStringLiteral("/")).size() < 3) {
+        if (deadline.hasExpired())
+            return false;
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 50);
+    }
+    return true;
 }
 
 QString Simulator::baseUrl() const

@@ -33,6 +33,14 @@ public:
     bool reset();
     QJsonArray records(const QString& path);
 
+    // On the build's service port, offering the program's own version and the
+    // database of `dataVersion`: a main window's start-up checks then find both
+    // current, leave the base in place and wire the scanner.
+    bool startOfferingCurrent(const QString& dataVersion);
+    // Waits until a main window's start-up checks are over: one probe of the
+    // connection per pass, three passes.
+    bool waitForStartupChecks();
+
 private:
     // On Linux the simulator ends with the test process, however that ends: a
     // crashed test must not leave it holding the port and the test's stderr.

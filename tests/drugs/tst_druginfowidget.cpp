@@ -1,5 +1,4 @@
 #include "appdir.h"
-#include "buildconfig.h"
 #include "db/drugdatabase.h"
 #include "drugs/druginfowidget.h"
 #include "drugs/drugviewmodel.h"
@@ -79,12 +78,9 @@ void tst_DrugInfoWidget::initTestCase()
     setProgramDir(dir.path());
     QVERIFY(QFile::copy(QStringLiteral(QUILLARD_BINARY_DIR "/bin/") + DrugDatabase::drugDatabaseName,
                         dir.filePath(DrugDatabase::drugDatabaseName)));
-    // The program's service addresses are compiled in, so the simulator takes that port.
-    QVERIFY(simulator.start(QUILLARD_SIMULATOR_PORT));
-    // The start-up checks find the base current and leave it in place.
-    QVERIFY(simulator.setValue(QStringLiteral("data_version"), DrugDatabase::dataVersion()));
+    QVERIFY(simulator.startOfferingCurrent(DrugDatabase::dataVersion()));
     window = std::make_unique<MainWindow>(nullptr);
-    QTRY_COMPARE_WITH_TIMEOUT(simulator.records(QStringLiteral("/")).size(), 3, 20000);
+    QVERIFY(simulator.waitForStartupChecks());
     window->show();
     QVERIFY(QTest::qWaitForWindowExposed(window.get()));
     info = window->findChild<DrugInfoWidget*>();

@@ -76,12 +76,9 @@ void tst_GifDecisions::initTestCase()
     setProgramDir(dir.path());
     QVERIFY(QFile::copy(QStringLiteral(QUILLARD_BINARY_DIR "/bin/") + DrugDatabase::drugDatabaseName,
                         dir.filePath(DrugDatabase::drugDatabaseName)));
-    // The program's image address is compiled in, so the simulator takes that port.
-    QVERIFY(simulator.start(QUILLARD_SIMULATOR_PORT));
-    // The start-up checks find the base current and leave it in place.
-    QVERIFY(simulator.setValue(QStringLiteral("data_version"), DrugDatabase::dataVersion()));
+    QVERIFY(simulator.startOfferingCurrent(DrugDatabase::dataVersion()));
     window = std::make_unique<MainWindow>(nullptr);
-    QTRY_COMPARE_WITH_TIMEOUT(simulator.records(QStringLiteral("/")).size(), 3, 20000);
+    QVERIFY(simulator.waitForStartupChecks());
     page = window->findChild<DrugBaseWidget*>();
     tabs = window->findChild<QTabWidget*>(QStringLiteral("tabWidget"));
     gifTab = window->findChild<QWidget*>(QStringLiteral("GIF_tab"));
