@@ -159,7 +159,13 @@ void tst_DrugInfoWidget::pictureCachedByGroupOrPlaceholder()
     QCOMPARE(QDir(dir.filePath(QStringLiteral("cache"))).entryList(QDir::Files), cached);
     select(vids.at(1));
     QTest::qWait(300);
-    QCOMPARE(simulator.records(imageKey).size(), cached.isEmpty() ? 2 : 1);
+    // A silent service under load can see a request sent again on a new
+    // connection; what counts is whether the group's next drug asks again.
+    const int requests = simulator.records(imageKey).size();
+    if (cached.isEmpty())
+        QVERIFY2(requests >= 2, qPrintable(QString::number(requests)));
+    else
+        QCOMPARE(requests, 1);
 }
 
 void tst_DrugInfoWidget::uploadSendsPictureAndShowsRefusal()
