@@ -110,7 +110,7 @@ private slots:
     void warnings_data();
     void warnings();
     void smallReads();
-    void readsForLaterParts();
+    void readsNoPageUsesYet();
     void keysOfAnyColumnType();
     void reopensAfterClose();
     void workerThreadHasItsOwnConnection();
@@ -371,7 +371,7 @@ void TestDrugDatabase::smallReads()
 }
 
 // Reads that parts still to come will use: one row of each shows its columns in place.
-void TestDrugDatabase::readsForLaterParts()
+void TestDrugDatabase::readsNoPageUsesYet()
 {
     // By city or street.
     const QList<Pharmacy> pharmacies = searchPharmacies(QStringLiteral("krak"), 100);
