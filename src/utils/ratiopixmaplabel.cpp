@@ -1,4 +1,4 @@
-#include "aspectratiopixmaplabel.h"
+#include "ratiopixmaplabel.h"
 
 #include <QResizeEvent>
 
