@@ -5,6 +5,7 @@
 #include "drugs/searchlistitem.h"
 #include "mainwindow.h"
 #include "simulator.h"
+#include "testsupport.h"
 #include "utils/keyboardreader.h"
 
 #include <QApplication>
@@ -83,9 +84,7 @@ void tst_ScanRoad::initTestCase()
     QStandardPaths::setTestModeEnabled(true);
 
     QVERIFY(dir.isValid());
-    setProgramDir(dir.path());
-    QVERIFY(QFile::copy(QStringLiteral(QUILLARD_BINARY_DIR "/bin/") + DrugDatabase::drugDatabaseName,
-                        dir.filePath(DrugDatabase::drugDatabaseName)));
+    QVERIFY(TestSupport::useDemoDatabase(dir.path()));
 
     // The scanner is wired once the start-up checks find the program and the database current.
     QVERIFY(simulator.startOfferingCurrent(DrugDatabase::dataVersion()));

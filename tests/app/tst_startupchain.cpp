@@ -5,6 +5,7 @@
 #include "mainwindow.h"
 #include "messageboxanswerer.h"
 #include "simulator.h"
+#include "testsupport.h"
 #include "utils/keyboardreader.h"
 
 #include <QAction>
@@ -49,10 +50,7 @@ void tst_StartupChain::initTestCase()
 
 void tst_StartupChain::init()
 {
-    DrugDatabase::closeDatabase();
-    QFile::remove(dir.filePath(DrugDatabase::drugDatabaseName));
-    QVERIFY(QFile::copy(QStringLiteral(QUILLARD_BINARY_DIR "/bin/") + DrugDatabase::drugDatabaseName,
-                        dir.filePath(DrugDatabase::drugDatabaseName)));
+    QVERIFY(TestSupport::useDemoDatabase(dir.path()));
     localVersion = DrugDatabase::dataVersion();
 }
 

@@ -1,12 +1,26 @@
 #include "testsupport.h"
 
+#include "appdir.h"
+#include "db/drugdatabase.h"
+
 #include <QDebug>
+#include <QDir>
+#include <QFile>
 #include <QRegularExpression>
 #include <QSqlDatabase>
 #include <QSqlError>
 #include <QSqlQuery>
 
 namespace TestSupport {
+
+bool useDemoDatabase(const QString& dir)
+{
+    DrugDatabase::closeDatabase();
+    setProgramDir(dir);
+    const QString copy = QDir(dir).filePath(DrugDatabase::drugDatabaseName);
+    QFile::remove(copy);
+    return QFile::copy(QStringLiteral(QUILLARD_BINARY_DIR "/bin/") + DrugDatabase::drugDatabaseName, copy);
+}
 
 QString drugSchema()
 {

@@ -12,4 +12,7 @@ bool buildDatabase(const QString& path, const QString& sql);
 // Every table of the drug database, empty, for fixtures to fill.
 QString drugSchema();
 
+// Makes `dir` the program folder, with a fresh copy of the build's demo database.
+bool useDemoDatabase(const QString& dir);
+
 } // namespace TestSupport

@@ -5,6 +5,7 @@
 #include "mainwindow.h"
 #include "messageboxanswerer.h"
 #include "simulator.h"
+#include "testsupport.h"
 #include "utils/imageviewer.h"
 #include "utils/networklimits.h"
 
@@ -75,9 +76,7 @@ private:
 void tst_DrugInfoWidget::initTestCase()
 {
     QStandardPaths::setTestModeEnabled(true);
-    setProgramDir(dir.path());
-    QVERIFY(QFile::copy(QStringLiteral(QUILLARD_BINARY_DIR "/bin/") + DrugDatabase::drugDatabaseName,
-                        dir.filePath(DrugDatabase::drugDatabaseName)));
+    QVERIFY(TestSupport::useDemoDatabase(dir.path()));
     QVERIFY(simulator.startOfferingCurrent(DrugDatabase::dataVersion()));
     window = std::make_unique<MainWindow>(nullptr);
     QVERIFY(simulator.waitForStartupChecks());

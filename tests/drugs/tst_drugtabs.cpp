@@ -5,6 +5,7 @@
 #include "drugs/descrtab.h"
 #include "drugs/drugbasewidget.h"
 #include "drugs/drugviewmodel.h"
+#include "testsupport.h"
 #include "utils/imageviewer.h"
 
 #include <QApplication>
@@ -65,9 +66,7 @@ private:
 void tst_DrugTabs::initTestCase()
 {
     QStandardPaths::setTestModeEnabled(true);
-    setProgramDir(dir.path());
-    QVERIFY(QFile::copy(QStringLiteral(QUILLARD_BINARY_DIR "/bin/") + DrugDatabase::drugDatabaseName,
-                        dir.filePath(DrugDatabase::drugDatabaseName)));
+    QVERIFY(TestSupport::useDemoDatabase(dir.path()));
     page = std::make_unique<DrugBaseWidget>();
     page->resize(1300, 900);
     page->show();

@@ -7,6 +7,7 @@
 #include "drugs/giflistitem.h"
 #include "mainwindow.h"
 #include "simulator.h"
+#include "testsupport.h"
 #include "utils/imageviewer.h"
 #include "utils/keyboardreader.h"
 #include "utils/pdfdownloader.h"
@@ -73,9 +74,7 @@ private:
 void tst_GifDecisions::initTestCase()
 {
     QStandardPaths::setTestModeEnabled(true);
-    setProgramDir(dir.path());
-    QVERIFY(QFile::copy(QStringLiteral(QUILLARD_BINARY_DIR "/bin/") + DrugDatabase::drugDatabaseName,
-                        dir.filePath(DrugDatabase::drugDatabaseName)));
+    QVERIFY(TestSupport::useDemoDatabase(dir.path()));
     QVERIFY(simulator.startOfferingCurrent(DrugDatabase::dataVersion()));
     window = std::make_unique<MainWindow>(nullptr);
     QVERIFY(simulator.waitForStartupChecks());
