@@ -4,6 +4,7 @@
 #include "records.h"
 
 #include <QList>
+#include <QPair>
 #include <QSqlDatabase>
 #include <QString>
 #include <QStringList>
@@ -48,6 +49,13 @@ QList<Recipe> recipesOfDrug(int drugId);
 QList<RecipeSubstance> substancesOfRecipe(int recipeId);
 
 // The three look-ups behind a refund row; the id "-1" answers without SQL.
+// The statistics store: records that couldn't be delivered wait here.
+void createStatisticsTable();
+void storeStatistics(const QString& url, const QString& data);
+// Takes the first queued record (url, JSON text) out of the store.
+QPair<QString, QByteArray> takeOverdueRecord();
+bool isStatisticsEmpty();
+
 RefundLevel refundLevelById(const QString& id);
 RefundScope refundScopeById(const QString& id);
 OffLabelIndication offLabelById(const QString& id);

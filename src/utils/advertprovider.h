@@ -1,0 +1,47 @@
+#pragma once
+
+#include "db/records.h"
+
+#include <QByteArray>
+#include <QMetaType>
+#include <QObject>
+#include <QPixmap>
+
+class QBuffer;
+class QMovie;
+class QTimer;
+
+enum AdvertType { StaticAdvert = 0, AnimatedAdvert = 1, NoAdvert = 2 };
+Q_DECLARE_METATYPE(AdvertType)
+
+// Picks a banner from the drug database every five minutes and at the moments
+// the program asks for one, decodes it and tells the pages that show banners.
+class AdvertProvider : public QObject {
+    Q_OBJECT
+    Q_DISABLE_COPY(AdvertProvider)
+
+public:
+    static AdvertProvider* instance();
+    ~AdvertProvider() override;
+
+    Advert currentAdvert() const { return advert; }
+    QPixmap currentPixmap() const { return pixmap; }
+    // Still owned by the provider; the next animated banner replaces it.
+    QMovie* currentMovie() const { return movie; }
+
+signals:
+    void newAdd(AdvertType advertType);
+
+public slots:
+    void changeAd();
+
+private:
+    AdvertProvider();
+
+    QTimer* timer = nullptr;
+    Advert advert;
+    QByteArray* movieData = nullptr;
+    QBuffer* movieBuffer = nullptr;
+    QMovie* movie = nullptr;
+    QPixmap pixmap;
+};
