@@ -1,6 +1,7 @@
 #include "databaseconnection.h"
 
 #include "appdir.h"
+#include "drugdatabase.h"
 #include "sqlitefolding.h"
 
 #include <QCoreApplication>
@@ -95,9 +96,16 @@ void DatabaseConnection::open()
     db.setDatabaseName(path);
     if (!db.isValid())
         return;
+    // Workers store records beside the main thread, each on its own connection;
+    // a writer that finds the file busy waits rather than losing its record.
+    db.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=10000"));
     if (!db.open()) {
         qDebug().noquote() << "Database error" << db.lastError().text();
-        std::exit(1);
+        // Without its drug database the program has nothing to show; any other
+        // store (the statistics) stays closed and its operations do nothing.
+        if (file == DrugDatabase::drugDatabaseName)
+            std::exit(1);
+        return;
     }
     qDebug().noquote() << "Database error" << db.lastError().text();
     if (!SqliteFolding::install(db))

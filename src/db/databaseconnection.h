@@ -27,8 +27,8 @@ public:
     QSqlDatabase handle() const { return db; }
     bool isOpen() const;
 
-    // Adds the connection anew with the file's current path and opens it. A file
-    // that SQLite can't open at all ends the process with exit(1).
+    // Adds the connection anew with the file's current path and opens it. A drug
+    // database that SQLite can't open at all ends the process with exit(1).
     void open();
     // Drops the prepared statements, then closes, so that the file can be replaced.
     void close();

@@ -77,6 +77,13 @@ const QString substancesOfRecipeSql = QStringLiteral(
 const QString refundLevelSql = QStringLiteral("SELECT id, name, descr FROM xs WHERE id = ?");
 const QString refundScopeSql = QStringLiteral("SELECT id, name, descr FROM d WHERE id = ?");
 const QString offLabelSql = QStringLiteral("SELECT id, descr FROM x WHERE id = ?");
+const QString createStatisticsSql = QStringLiteral("CREATE TABLE json (url TEXT NOT NULL, data TEXT NOT NULL);");
+// A record's values are bound: a phrase or a section title with an apostrophe
+// is queued like any other record instead of breaking the statement.
+const QString storeStatisticsSql = QStringLiteral("INSERT INTO json VALUES (?, ?)");
+const QString overdueRecordSql = QStringLiteral("SELECT url, data FROM json LIMIT 1");
+const QString removeOverdueSql = QStringLiteral("DELETE FROM json WHERE data = (SELECT data FROM json LIMIT 1)");
+const QString countStatisticsSql = QStringLiteral("SELECT count(*) FROM json");
 
 const QString noRefundId = QStringLiteral("-1");
 
@@ -600,6 +607,44 @@ OffLabelIndication offLabelById(const QString& id)
         offLabel.descr = statement.text(1);
     }
     return offLabel;
+}
+
+// The store is reached from the main thread and from every worker thread, each
+// through its own connection (DatabaseConnection::of), with SQLite's busy
+// time-out, so that two workers storing at once both land.
+
+void createStatisticsTable()
+{
+    // From the second start on the table exists and the statement fails, which is fine.
+    PreparedStatement statement(statisticsDatabaseName, createStatisticsSql);
+}
+
+void storeStatistics(const QString& url, const QString& data)
+{
+    qDebug() << "storeStatistics";
+    PreparedStatement statement(statisticsDatabaseName, storeStatisticsSql, {textValue(url), textValue(data)});
+}
+
+QPair<QString, QByteArray> takeOverdueRecord()
+{
+    QPair<QString, QByteArray> record;
+    {
+        PreparedStatement statement(statisticsDatabaseName, overdueRecordSql);
+        if (statement.next()) {
+            record.first = statement.text(0);
+            record.second = statement.text(1).toUtf8();
+        }
+    }
+    PreparedStatement remove(statisticsDatabaseName, removeOverdueSql);
+    return record;
+}
+
+bool isStatisticsEmpty()
+{
+    PreparedStatement statement(statisticsDatabaseName, countStatisticsSql);
+    if (!statement.next())
+        return false;
+    return statement.number(0) == 0;
 }
 
 } // namespace DrugDatabase

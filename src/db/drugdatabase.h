@@ -48,7 +48,6 @@ QList<RecipeDrug> searchRecipeDrugs(int groupId, const QString& text);
 QList<Recipe> recipesOfDrug(int drugId);
 QList<RecipeSubstance> substancesOfRecipe(int recipeId);
 
-// The three look-ups behind a refund row; the id "-1" answers without SQL.
 // The statistics store: records that couldn't be delivered wait here.
 void createStatisticsTable();
 void storeStatistics(const QString& url, const QString& data);
@@ -56,6 +55,7 @@ void storeStatistics(const QString& url, const QString& data);
 QPair<QString, QByteArray> takeOverdueRecord();
 bool isStatisticsEmpty();
 
+// The three look-ups behind a refund row; the id "-1" answers without SQL.
 RefundLevel refundLevelById(const QString& id);
 RefundScope refundScopeById(const QString& id);
 OffLabelIndication offLabelById(const QString& id);

@@ -2,8 +2,12 @@
 
 #include <QJsonObject>
 #include <QObject>
+#include <QPair>
+#include <QQueue>
+#include <QSet>
 #include <QString>
 
+class QThread;
 class QTimer;
 
 // Every notable use of the program becomes one small JSON record for the
@@ -40,5 +44,13 @@ public slots:
 private:
     StatisticsSender();
 
+    void startWorker(const QString& url, const QJsonObject& record);
+    void workerEnded(QThread* thread);
+    // Stops the workers when the program quits; see the definition.
+    void endWorkers();
+
     QTimer* timer = nullptr;
+    QSet<QThread*> workers;
+    QQueue<QPair<QString, QJsonObject>> waiting;
+    bool quitting = false;
 };

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QByteArray>
+#include <QJsonObject>
+#include <QObject>
+#include <QString>
+
+class QNetworkReply;
+
+// Posts one usage record from a worker thread of its own. A record that can't
+// be delivered, or that the service refuses, goes into the statistics store.
+// `finished` comes exactly once per record, whatever happened.
+class PostToAPI : public QObject {
+    Q_OBJECT
+    Q_DISABLE_COPY(PostToAPI)
+
+public:
+    PostToAPI(const QString& url, const QJsonObject& record, QObject* parent = nullptr);
+
+signals:
+    void postingSucceed();
+    void finished();
+
+public slots:
+    void post();
+    void onStatsSendResult(QNetworkReply* reply);
+
+private:
+    void finish();
+
+    QString url;
+    QJsonObject record;
+    QByteArray data;
+    bool answered = false;
+};

@@ -1,0 +1,212 @@
+#include "statisticssender.h"
+
+#include "db/drugdatabase.h"
+#include "settings/appkey.h"
+#include "urls.h"
+#include "utils/posttoapi.h"
+
+#include <QCoreApplication>
+#include <QDateTime>
+#include <QDeadlineTimer>
+#include <QDebug>
+#include <QJsonDocument>
+#include <QThread>
+#include <QTimer>
+
+namespace {
+
+constexpr int overdueInterval = 60000;
+
+// Each worker holds a thread, an event loop, sockets and a store connection;
+// past this many alive at once the records wait in memory, in order, and none
+// is dropped. A burst of a thousand clicks offline stays within the process's
+// file descriptors.
+constexpr int maxWorkers = 8;
+
+// How long the quitting program waits for its workers to end.
+constexpr int quitWaitMs = 3000;
+
+StatisticsSender* theSender = nullptr;
+
+QString now()
+{
+    return QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd hh:mm:ss"));
+}
+
+QJsonObject newRecord()
+{
+    QJsonObject record;
+    record.insert(QStringLiteral("app_key"), ensureAppKey());
+    return record;
+}
+
+} // namespace
+
+StatisticsSender* StatisticsSender::instance()
+{
+    if (!theSender)
+        theSender = new StatisticsSender;
+    return theSender;
+}
+
+StatisticsSender::StatisticsSender()
+    : timer(new QTimer(this))
+{
+    timer->setInterval(overdueInterval);
+    connect(timer, &QTimer::timeout, this, &StatisticsSender::postOverdueStats);
+    timer->start();
+
+    if (QCoreApplication* app = QCoreApplication::instance())
+        connect(app, &QCoreApplication::aboutToQuit, this, &StatisticsSender::endWorkers);
+    // Tests and other ends that never run the event loop get no aboutToQuit;
+    // the application's destructor still calls this.
+    qAddPostRoutine([] {
+        if (theSender)
+            theSender->endWorkers();
+    });
+}
+
+void StatisticsSender::post(const QString& url, const QJsonObject& record)
+{
+    if (quitting) {
+        DrugDatabase::storeStatistics(url, QString::fromUtf8(QJsonDocument(record).toJson(QJsonDocument::Compact)));
+        return;
+    }
+    if (workers.size() >= maxWorkers) {
+        waiting.enqueue(qMakePair(url, record));
+        return;
+    }
+    startWorker(url, record);
+}
+
+void StatisticsSender::startWorker(const QString& url, const QJsonObject& record)
+{
+    auto* thread = new QThread;
+    auto* worker = new PostToAPI(url, record);
+    worker->moveToThread(thread);
+
+    connect(thread, &QThread::started, worker, &PostToAPI::post);
+    connect(worker, &PostToAPI::postingSucceed, this, &StatisticsSender::emitPostingSucceed);
+    connect(worker, &PostToAPI::postingSucceed, this, &StatisticsSender::postOverdueStats);
+    connect(worker, &PostToAPI::finished, thread, &QThread::quit);
+    connect(worker, &PostToAPI::finished, worker, &QObject::deleteLater);
+    // The thread object lives here, so its end is handled in this thread.
+    connect(thread, &QThread::finished, thread, [this, thread] { workerEnded(thread); });
+
+    workers.insert(thread);
+    thread->start(QThread::InheritPriority);
+}
+
+void StatisticsSender::workerEnded(QThread* thread)
+{
+    workers.remove(thread);
+    delete thread;
+    while (!quitting && !waiting.isEmpty() && workers.size() < maxWorkers) {
+        const QPair<QString, QJsonObject> next = waiting.dequeue();
+        startWorker(next.first, next.second);
+    }
+}
+
+// Nothing would otherwise wait for the workers, and a thread still running
+// when the statics go down takes the process with it. The workers are asked to
+// stop (a probe or post under way ends at once) and given a bounded time; the
+// records not yet started go into the store.
+void StatisticsSender::endWorkers()
+{
+    if (quitting)
+        return;
+    quitting = true;
+    timer->stop();
+    while (!waiting.isEmpty()) {
+        const QPair<QString, QJsonObject> next = waiting.dequeue();
+        DrugDatabase::storeStatistics(next.first,
+                                      QString::fromUtf8(QJsonDocument(next.second).toJson(QJsonDocument::Compact)));
+    }
+    for (QThread* thread : qAsConst(workers))
+        thread->quit();
+    const QDeadlineTimer deadline(quitWaitMs);
+    const QSet<QThread*> running = workers;
+    for (QThread* thread : running) {
+        if (thread->wait(deadline)) {
+            workers.remove(thread);
+            delete thread;
+        }
+    }
+}
+
+void StatisticsSender::emitPostingSucceed()
+{
+    emit postingSucceed();
+}
+
+void StatisticsSender::postOverdueStats()
+{
+    qDebug() << "Sending overdue stats";
+    if (DrugDatabase::isStatisticsEmpty())
+        return;
+    const QPair<QString, QByteArray> overdue = DrugDatabase::takeOverdueRecord();
+    post(overdue.first, QJsonDocument::fromJson(overdue.second).object());
+}
+
+void StatisticsSender::sendSearch(const QString& phrase, const QString& window, const QString& type)
+{
+    QJsonObject record = newRecord();
+    record.insert(QStringLiteral("phrase"), phrase);
+    record.insert(QStringLiteral("window"), window);
+    record.insert(QStringLiteral("type"), type);
+    record.insert(QStringLiteral("search_date"), now());
+    instance()->post(usageSearchUrl, record);
+}
+
+void StatisticsSender::sendScan(const QString& ean, const QString& vid)
+{
+    QJsonObject record = newRecord();
+    record.insert(QStringLiteral("ean"), ean);
+    record.insert(QStringLiteral("vid"), vid);
+    record.insert(QStringLiteral("scan_date"), now());
+    instance()->post(usageScannedEanUrl, record);
+}
+
+void StatisticsSender::sendClick(const QString& vid, const QString& window, const QString& type)
+{
+    QJsonObject record = newRecord();
+    record.insert(QStringLiteral("vid"), vid);
+    record.insert(QStringLiteral("window"), window);
+    record.insert(QStringLiteral("type"), type);
+    record.insert(QStringLiteral("click_date"), now());
+    instance()->post(usageClickUrl, record);
+}
+
+void StatisticsSender::sendRecipeGroup(int groupId)
+{
+    QJsonObject record = newRecord();
+    record.insert(QStringLiteral("group_id"), groupId);
+    record.insert(QStringLiteral("click_date"), now());
+    instance()->post(usageRecipeGroupUrl, record);
+}
+
+void StatisticsSender::sendRecipeDrug(int drugId)
+{
+    QJsonObject record = newRecord();
+    record.insert(QStringLiteral("drug_id"), drugId);
+    record.insert(QStringLiteral("click_date"), now());
+    instance()->post(usageRecipeDrugUrl, record);
+}
+
+void StatisticsSender::sendSubstituteView(const QString& source, const QString& vid)
+{
+    QJsonObject record = newRecord();
+    record.insert(QStringLiteral("source"), source);
+    record.insert(QStringLiteral("vid"), vid);
+    record.insert(QStringLiteral("view_date"), now());
+    instance()->post(usageSubstituteViewUrl, record);
+}
+
+void StatisticsSender::sendSubstituteClick(const QString& targetVid, const QString& vid)
+{
+    QJsonObject record = newRecord();
+    record.insert(QStringLiteral("vid_to"), targetVid);
+    record.insert(QStringLiteral("vid"), vid);
+    record.insert(QStringLiteral("click_date"), now());
+    instance()->post(usageSubstituteClickUrl, record);
+}
