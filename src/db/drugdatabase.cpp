@@ -2,6 +2,8 @@
 
 #include "databaseconnection.h"
 #include "preparedstatement.h"
+#include "searchindex.h"
+#include "searchindexloader.h"
 
 #include <QDateTime>
 #include <QDebug>
@@ -31,8 +33,14 @@ const QString drugByEanSql = drugColumns + QStringLiteral(
 const QString firstDrugOfGroupSql = drugColumns + QStringLiteral(
     "                FROM v                 LEFT JOIN g on g.gid = v.gid                LEFT JOIN xp on xp.id = v.pid                WHERE g.gid = ?                ORDER BY v.vid                LIMIT 1");
 
-const QString searchDrugsSql = drugColumns + QStringLiteral(
+const QString searchFromSql = QStringLiteral(
     "                FROM v                 LEFT JOIN g ON g.gid = v.gid                LEFT JOIN xp ON xp.id = v.pid                LEFT JOIN ve ON ve.vid = v.vid                WHERE 1 ");
+const QString searchDrugsSql = drugColumns + searchFromSql;
+// The same joins, so the same plan and row order, with what the search index keeps.
+const QString searchIndexSql = drugColumns + QStringLiteral(", v.rowid, g.rowid, xp.rowid, ve.ekd ") + searchFromSql;
+// One row of the search found by the index, by the rowids of its package, group and status.
+const QString searchRowSql = drugColumns + QStringLiteral(
+    " FROM v LEFT JOIN g ON g.rowid = ? LEFT JOIN xp ON xp.rowid = ? WHERE v.rowid = ? LIMIT 1");
 
 const QString searchWordSql = QStringLiteral(
     " AND ((UPPER(v.name) LIKE UPPER('% ' || ? || '%') OR UPPER(v.name) LIKE UPPER(? || '%')) OR ve.ekd LIKE '%' || ? || '%') ");
@@ -228,6 +236,8 @@ QSqlDatabase databaseHandle(const QString& name)
     DatabaseConnection& connection = DatabaseConnection::of(name);
     if (!connection.isOpen())
         connection.open();
+    if (name == drugDatabaseName && connection.isOpen())
+        SearchIndexLoader::start(searchIndexSql);
     return connection.handle();
 }
 
@@ -238,7 +248,14 @@ void openDatabase(const QString& name)
 
 void closeDatabase()
 {
+    SearchIndexLoader::drop();
     DatabaseConnection::of(drugDatabaseName).close();
+}
+
+bool waitForSearchIndex()
+{
+    databaseHandle(drugDatabaseName);
+    return SearchIndexLoader::waitUntilReady();
 }
 
 Drug drugByVid(const QString& vid)
@@ -304,6 +321,19 @@ QString leafletPath(const QString& vid)
 
 QList<Drug> searchDrugs(const QStringList& words, int limit)
 {
+    if (const std::shared_ptr<const SearchIndex> index = SearchIndexLoader::current()) {
+        QList<DrugRow> rows;
+        for (const SearchIndex::Row& found : index->search(words, limit)) {
+            PreparedStatement statement(drugDatabaseName, searchRowSql,
+                                        {found.hasGroup ? QVariant(found.group) : QVariant(),
+                                         found.hasStatus ? QVariant(found.status) : QVariant(), found.package});
+            if (statement.next())
+                rows.append(readDrugRow(statement));
+        }
+        return makeDrugs(std::move(rows));
+    }
+    SearchIndexLoader::start(searchIndexSql);
+
     QString sql = searchDrugsSql;
     QVariantList values;
     values.reserve(words.size() * 3);

@@ -23,6 +23,9 @@ void openDatabase(const QString& name);
 // Closes the drug database so that its file can be replaced; the next
 // operation opens it again.
 void closeDatabase();
+// Waits until the search runs from memory on the opened drug database; false
+// when it can't and the statement serves. For tests and benchmarks.
+bool waitForSearchIndex();
 
 Drug drugByVid(const QString& vid);
 Drug drugByEan(const QString& ean);

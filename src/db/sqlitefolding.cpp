@@ -46,9 +46,7 @@ void fold(const unsigned char* text, int size, std::u32string& result)
 
 std::u32string foldedText(const unsigned char* text, int size)
 {
-    std::u32string result;
-    fold(text, size, result);
-    return result;
+    return SqliteFolding::folded(text, size);
 }
 
 bool isAscii(const unsigned char* text, int size)
@@ -68,27 +66,13 @@ void changeCase(sqlite3_context* context, int, sqlite3_value** arguments)
         sqlite3_result_null(context);
         return;
     }
-    const int size = sqlite3_value_bytes(arguments[0]);
-    // Most names are plain ASCII: they need no trip through UTF-16.
-    if (isAscii(text, size)) {
-        QByteArray result(reinterpret_cast<const char*>(text), size);
-        for (char& c : result) {
-            if (upper && c >= 'a' && c <= 'z')
-                c = char(c - ('a' - 'A'));
-            else if (!upper && c >= 'A' && c <= 'Z')
-                c = char(c + ('a' - 'A'));
-        }
-        sqlite3_result_text(context, result.constData(), size, SQLITE_TRANSIENT);
-        return;
-    }
-    const QString unicode = QString::fromUtf8(reinterpret_cast<const char*>(text), size);
-    const QByteArray result = (upper ? unicode.toUpper() : unicode.toLower()).toUtf8();
+    const QByteArray result = SqliteFolding::changedCase(text, sqlite3_value_bytes(arguments[0]), upper);
     sqlite3_result_text(context, result.constData(), result.size(), SQLITE_TRANSIENT);
 }
 
-// SQL's LIKE over folded code points: "%" any text, "_" any one character,
-// `escape` (0 for none) makes the next character plain.
-bool likeMatches(const std::u32string& pattern, const std::u32string& text, char32_t escape)
+} // namespace
+
+bool SqliteFolding::likeMatches(const std::u32string& pattern, const std::u32string& text, char32_t escape)
 {
     size_t p = 0;
     size_t t = 0;
@@ -124,6 +108,8 @@ bool likeMatches(const std::u32string& pattern, const std::u32string& text, char
         ++p;
     return p == pattern.size();
 }
+
+namespace {
 
 void deleteFoldedPattern(void* pattern)
 {
@@ -162,16 +148,40 @@ void like(sqlite3_context* context, int count, sqlite3_value** arguments)
         if (!pattern) {
             // SQLite drops aux data for a pattern that changes with each row.
             const std::u32string perRow = foldedText(patternText, sqlite3_value_bytes(arguments[0]));
-            sqlite3_result_int(context, likeMatches(perRow, rowText, escape));
+            sqlite3_result_int(context, SqliteFolding::likeMatches(perRow, rowText, escape));
             return;
         }
     }
-    sqlite3_result_int(context, likeMatches(*pattern, rowText, escape));
+    sqlite3_result_int(context, SqliteFolding::likeMatches(*pattern, rowText, escape));
 }
 
 } // namespace
 
 namespace SqliteFolding {
+
+QByteArray changedCase(const unsigned char* text, int size, bool upper)
+{
+    // Most names are plain ASCII: they need no trip through UTF-16.
+    if (isAscii(text, size)) {
+        QByteArray result(reinterpret_cast<const char*>(text), size);
+        for (char& c : result) {
+            if (upper && c >= 'a' && c <= 'z')
+                c = char(c - ('a' - 'A'));
+            else if (!upper && c >= 'A' && c <= 'Z')
+                c = char(c + ('a' - 'A'));
+        }
+        return result;
+    }
+    const QString unicode = QString::fromUtf8(reinterpret_cast<const char*>(text), size);
+    return (upper ? unicode.toUpper() : unicode.toLower()).toUtf8();
+}
+
+std::u32string folded(const unsigned char* text, int size)
+{
+    std::u32string result;
+    fold(text, size, result);
+    return result;
+}
 
 bool install(const QSqlDatabase& database)
 {
