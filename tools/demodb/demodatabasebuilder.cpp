@@ -40,6 +40,9 @@ Scale scaleOf(DemoDatabaseBuilder::Size size)
 {
     if (size == DemoDatabaseBuilder::Size::Market)
         return {15300, 20500, 2000, {15000, 4000, 20000}};
+    // Ten markets: the base the search must still answer within a frame.
+    if (size == DemoDatabaseBuilder::Size::Market10)
+        return {153000, 205000, 2000, {150000, 40000, 200000}};
     return {330, 440, 40, {300, 80, 400}};
 }
 
@@ -130,7 +133,9 @@ bool DemoDatabaseBuilder::fill(const QString& path)
                   {QStringLiteral("generator"),
                    QStringLiteral("quillard-demodb seed=%1 size=%2")
                        .arg(options.seed)
-                       .arg(options.size == Size::Market ? QStringLiteral("market") : QStringLiteral("demo"))});
+                       .arg(options.size == Size::Market     ? QStringLiteral("market")
+                            : options.size == Size::Market10 ? QStringLiteral("market10")
+                                                             : QStringLiteral("demo"))});
 
     if (writer.failed()) {
         failure = writer.error();

@@ -11,7 +11,7 @@
 // faulty database never stands under the real name.
 class DemoDatabaseBuilder {
 public:
-    enum class Size { Demo, Market };
+    enum class Size { Demo, Market, Market10 };
 
     struct Options {
         QString output;

@@ -29,9 +29,9 @@ int main(int argc, char* argv[])
                                     QStringLiteral("file"), QStringLiteral("corvane_quillard_desktop.sqlite3"));
     const QCommandLineOption seed(QStringLiteral("seed"), QStringLiteral("Seed of the generated part."),
                                   QStringLiteral("n"), QString::fromLatin1(defaultSeed));
-    const QCommandLineOption size(QStringLiteral("size"), QStringLiteral("demo (about 300 packages) or market "
-                                                                         "(about 15,000 packages)."),
-                                  QStringLiteral("demo|market"), QStringLiteral("demo"));
+    const QCommandLineOption size(QStringLiteral("size"), QStringLiteral("demo (about 300 packages), market "
+                                                                         "(about 15,000) or market10 (about 150,000)."),
+                                  QStringLiteral("demo|market|market10"), QStringLiteral("demo"));
     const QCommandLineOption dataVersion(QStringLiteral("data-version"),
                                          QStringLiteral("Version of the data, as a Unix time."),
                                          QStringLiteral("unix time"), QString::fromLatin1(defaultDataVersion));
@@ -54,8 +54,10 @@ int main(int argc, char* argv[])
     }
     if (parser.value(size) == QLatin1String("market"))
         options.size = DemoDatabaseBuilder::Size::Market;
+    else if (parser.value(size) == QLatin1String("market10"))
+        options.size = DemoDatabaseBuilder::Size::Market10;
     else if (parser.value(size) != QLatin1String("demo")) {
-        err << "quillard-demodb: --size is demo or market\n";
+        err << "quillard-demodb: --size is demo, market or market10\n";
         return 2;
     }
 
