@@ -58,6 +58,7 @@ const char* const substances[][2] = {
     {"Urea", "nawilżające, keratolityczne"},
     {"Lidocaini hydrochloridum", "miejscowo znieczulające"},
     {"Chloramphenicolum", "przeciwbakteryjne"},
+    {"Oxycocci fructus succus", "zakwaszające, przeciwbakteryjne"},
 };
 
 struct DrugText {
@@ -92,6 +93,8 @@ const DrugText drugs[] = {
     {"Proszki z papaweryną", 8, ""},
     {"Proszki z wodorowęglanem sodu", 8, "Pulvis Natrii hydrogenocarbonatis"},
     {"Maść z nystatyną", 1, ""},
+    // Starts with a capital Ż, which a search typed in lower case must still find.
+    {"Żurawina w syropie", 5, "Sirupus Oxycocci"},
 };
 
 const char* const ointmentMaking =
@@ -167,6 +170,8 @@ const RecipeText recipes[] = {
      {{15, "1 000 000 j.m.", "", ""}, {13, "2,0", "", ""}, {2, "ad 20,0", "", ""}}},
     // A recipe without ingredients: its block of composition stays empty.
     {25, "Maść z nystatyną – wg wskazań lekarza", "Skład według recepty lekarskiej.", "", "", {}},
+    {26, "Syrop żurawinowy", "Sok wymieszać z syropem, uzupełnić wodą.", "Łyżka stołowa 2 razy dziennie.", "",
+     {{31, "30,0", "", "świeżo wyciśnięty"}, {25, "60,0", "", ""}, {6, "ad 100,0", "", ""}}},
 };
 
 QString text(const char* utf8)
