@@ -158,8 +158,11 @@ void MainWindow::Init()
 
     // Offline the inputs stay unwired for this run, and every complete pass
     // wires them once more: a code is then handled once per pass.
-    if (dbChecked && programChecked)
+    if (dbChecked && programChecked) {
+        // The checks may have replaced the database under the recipes page.
+        ui->recipes->loadGroups();
         connectInputs();
+    }
 
     auto* dbVersionMessage = findChild<QLabel*>(QStringLiteral("dbVersionMessage"));
     auto* version = findChild<QLabel*>(QStringLiteral("version"));

@@ -12,6 +12,7 @@
 #include "drugs/searchlookup.h"
 #include "mainwindow.h"
 #include "urls.h"
+#include "utils/advertprovider.h"
 #include "utils/imageviewer.h"
 #include "utils/pdfdownloader.h"
 
@@ -426,6 +427,7 @@ bool DrugBaseWidget::selectFirstDrug()
 
 void DrugBaseWidget::on_recipesButton_clicked()
 {
+    AdvertProvider::instance()->changeAd();
     if (MainWindow* window = MainWindow::instance())
         window->showRecipesPage();
 }
