@@ -1,22 +1,44 @@
+#include "appdir.h"
 #include "buildconfig.h"
+#include "db/drugdatabase.h"
 #include "messageboxanswerer.h"
+#include "settings/openhoursitem.h"
+#include "settings/pharmacyselector.h"
 #include "settings/usersettingsform.h"
 #include "settingskeys.h"
 #include "simulator.h"
+#include "testsupport.h"
 
+#include <QCheckBox>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QPointer>
 #include <QPushButton>
 #include <QSettings>
 #include <QTabWidget>
+#include <QTemporaryDir>
 #include <QtTest>
 
 namespace {
 const QString userPath = QStringLiteral("/desktop/registration/update_user_additional.php");
 const QString pharmacyPath = QStringLiteral("/desktop/registration/update_user_pharmacy.php");
+const QString lookupPath = QStringLiteral("/desktop/registration/user_pharmacy.php");
 const QString refusal = QStringLiteral("Serwer odrzucił dane (symulator)");
+
+// Seven days; a Warsaw pharmacy with three numbers, open Monday and Sunday; one
+// in Kórnik without hours; a street with an apostrophe; 120 in Radom.
+const char* const pharmaciesSql = R"(
+INSERT INTO pharmacy_open_hours_type VALUES (1,'Monday','Poniedziałek'),(2,'Tuesday','Wtorek'),(3,'Wednesday','Środa'),
+ (4,'Thursday','Czwartek'),(5,'Friday','Piątek'),(6,'Saturday','Sobota'),(7,'Sunday','Niedziela');
+INSERT INTO pharmacy VALUES (1,'Apteka Pod Orłem','ul. Długa 1','00-950','Warszawa','111,222;333','orzel@example.pl','');
+INSERT INTO pharmacy_open_hours VALUES (1,1,'8:00','20:00'),(1,7,'10:00','14:00');
+INSERT INTO pharmacy VALUES (9001,'Apteka Zamkowa','ul. Zamkowa 1','62-035','Kórnik','61 817 00 01','','');
+INSERT INTO pharmacy VALUES (3,'Apteka Rumianek','ul. D''Artagnana 5','90-001','Łódź','','','');
+WITH RECURSIVE n(i) AS (SELECT 100 UNION ALL SELECT i + 1 FROM n WHERE i < 219)
+ INSERT INTO pharmacy SELECT i, 'Apteka Miejska', 'ul. Polna ' || i, '26-600', 'Radom', '', '', '' FROM n;
+)";
 
 template <typename T = QLineEdit>
 T* child(QObject* window, const QString& name)
@@ -53,13 +75,21 @@ private slots:
     void stageButtons();
     void save_data();
     void save();
+    void hours_data();
+    void hours();
+    void lookupSend_data();
+    void lookupSend();
 
 private:
+    QTemporaryDir dir;
     Simulator simulator;
 };
 
 void TestProfileForms::initTestCase()
 {
+    QVERIFY(TestSupport::buildDatabase(dir.filePath(DrugDatabase::drugDatabaseName),
+                                       TestSupport::drugSchema() + QString::fromUtf8(pharmaciesSql)));
+    setProgramDir(dir.path());
     QVERIFY(simulator.start(QUILLARD_SIMULATOR_PORT));
 }
 
@@ -166,6 +196,93 @@ void TestProfileForms::save()
         QTRY_COMPARE(simulator.records(userPath).size(), 2);
         delete form;
     }
+}
+
+void TestProfileForms::hours_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<bool>("red");
+
+    QTest::newRow("8:00") << "8:00" << false;
+    QTest::newRow("08:00") << "08:00" << false;
+    QTest::newRow("24:00") << "24:00" << true;
+    QTest::newRow("8:60") << "8:60" << true;
+}
+
+void TestProfileForms::hours()
+{
+    QFETCH(QString, text);
+    QFETCH(bool, red);
+
+    OpenHoursItem item(QStringLiteral("9:00"), nullptr);
+    item.findChild<QLineEdit*>()->setText(text);
+    QCOMPARE(item.findChild<QLineEdit*>()->styleSheet().contains("red"), red);
+    QCOMPARE(item.hours(), text);
+}
+
+void TestProfileForms::lookupSend_data()
+{
+    QTest::addColumn<QStringList>("typed"); // none: a new pharmacy typed in
+    QTest::addColumn<int>("rows"); // found; a single one is picked
+    QTest::addColumn<QString>("fault");
+    QTest::addColumn<QString>("phone"); // as sent; null: nothing sent
+    QTest::addColumn<int>("id"); // -1: no nw_pharmacy_id
+    QTest::addColumn<QByteArray>("monday");
+
+    QTest::newRow("known pharmacy: three numbers, closing hour under start_hour")
+        << QStringList{"Warszawa"} << 1 << "none" << "111,222,333" << 1
+        << QByteArray(R"({"start_hour":"20:00","type_id":"1"})");
+    QTest::newRow("pharmacy without hours, found in capitals") << QStringList{"KÓRNIK"} << 1 << "none" << "61 817 00 01"
+                                                               << 9001 << QByteArray(R"({"start_hour":"","type_id":"1"})");
+    QTest::newRow("new pharmacy has no id")
+        << QStringList() << 0 << "none" << "" << -1 << QByteArray(R"({"start_hour":"","type_id":"1"})");
+    QTest::newRow("apostrophe found; refusal shows the service's message")
+        << QStringList{"d'art"} << 1 << "reject" << "" << 0 << QByteArray();
+    QTest::newRow("100 at most, kept by three letters; nothing picked: closes unsent")
+        << QStringList{"Rado", "Rad"} << 100 << "none" << QString() << 0 << QByteArray();
+}
+
+void TestProfileForms::lookupSend()
+{
+    QFETCH(QStringList, typed);
+    QFETCH(int, rows);
+    QFETCH(QString, fault);
+    QFETCH(QString, phone);
+    QFETCH(int, id);
+    QFETCH(QByteArray, monday);
+
+    QVERIFY(simulator.reset());
+    QVERIFY(simulator.setFault(lookupPath, fault));
+    QPointer<PharmacySelector> selector = new PharmacySelector;
+    selector->show();
+    MessageBoxAnswerer answerer(QStringLiteral("OK"));
+    child<QCheckBox>(selector, "checkBox")->setChecked(typed.isEmpty());
+    for (const char* name : {"NameLineEdit", "StreetLineEdit", "ZipLineEdit", "CityLineEdit"})
+        child(selector, name)->setText(QStringLiteral("11111"));
+    for (const QString& text : typed)
+        child(selector, "SearchLineEdit")->setText(text);
+    auto* list = child<QListWidget>(selector, "SearchResultsListWidget");
+    QCOMPARE(list->count(), rows);
+    if (rows == 1)
+        list->setCurrentRow(0);
+    click(selector, "SubmitButton");
+
+    if (fault == "reject") {
+        QTRY_COMPARE(answerer.texts, QStringList{refusal});
+        QVERIFY(selector->isVisible());
+        delete selector;
+        return;
+    }
+    QTRY_VERIFY(selector.isNull());
+    QCOMPARE(simulator.records(lookupPath).size(), int(!phone.isNull()));
+    if (phone.isNull())
+        return;
+    const QJsonObject body = sentBody(simulator, lookupPath);
+    QCOMPARE(body.value("phone").toString(), phone);
+    QCOMPARE(body.value("nw_pharmacy_id").toInt(-1), id);
+    QCOMPARE(QJsonDocument(body.value("open_hours")[0].toObject()).toJson(QJsonDocument::Compact), monday);
+    QCOMPARE(QSettings().value(SettingsKeys::pharmacyInfoJson).toString(),
+             simulator.records(lookupPath).first()["body"].toString());
 }
 
 QTEST_MAIN(TestProfileForms)
