@@ -9,7 +9,9 @@
 #include "drugs/gifbubble.h"
 #include "settings/contact.h"
 #include "settings/databaseinfo.h"
+#include "settings/pharmacyselector.h"
 #include "settings/rodoinfo.h"
+#include "settings/usersettingsform.h"
 #include "settingskeys.h"
 #include "utils/connectivity.h"
 #include "utils/keyboardreader.h"
@@ -284,6 +286,16 @@ void MainWindow::on_actionAktualizuj_program_triggered()
 void MainWindow::on_actionKontakt_triggered()
 {
     Contact::showContact();
+}
+
+void MainWindow::on_actionTwoje_dane_triggered()
+{
+    (new UserSettingsForm(this))->show();
+}
+
+void MainWindow::on_actionApteki_triggered()
+{
+    (new PharmacySelector(this))->show();
 }
 
 void MainWindow::on_actionInfo_triggered()

@@ -49,9 +49,11 @@ private slots:
     void on_actionZamknij_triggered();
     void on_actionAktualizuj_baz_danych_triggered();
     void on_actionKontakt_triggered();
+    void on_actionTwoje_dane_triggered();
     void on_actionInfo_triggered();
     void on_actionUsu_pliki_tymczasowe_triggered();
     void on_actionAktualizuj_program_triggered();
+    void on_actionApteki_triggered();
 
 private:
     // The start-up chain: the program's version, then the database's, and only
