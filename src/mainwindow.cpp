@@ -13,8 +13,10 @@
 #include "settings/rodoinfo.h"
 #include "settings/usersettingsform.h"
 #include "settingskeys.h"
+#include "utils/advertprovider.h"
 #include "utils/connectivity.h"
 #include "utils/keyboardreader.h"
+#include "utils/statisticssender.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -86,6 +88,7 @@ MainWindow::MainWindow(QWidget* parent)
     QTimer::singleShot(fourHours, Qt::CoarseTimer, this, [this] { databaseUpdater.check(); });
 
     setWindowState(Qt::WindowMaximized);
+    DrugDatabase::createStatisticsTable();
 
     DrugSubstituteViewModel::instance();
     DrugSubstituteViewModel::connectToDrugViewModel();
@@ -161,6 +164,7 @@ void MainWindow::Init()
     // Offline the inputs stay unwired for this run, and every complete pass
     // wires them once more: a code is then handled once per pass.
     if (dbChecked && programChecked) {
+        ui->drugBase->installAdvertFilter();
         // The checks may have replaced the database under the recipes page.
         ui->recipes->loadGroups();
         connectInputs();
@@ -257,6 +261,8 @@ void MainWindow::dbUpdateFinnished()
     databaseUpdater.setLocalVersion(DrugDatabase::dataVersion());
     dbChecked = true;
     Init();
+    // The next banner comes from the new base.
+    AdvertProvider::instance()->changeAd();
 }
 
 void MainWindow::dbUpdaterError()
@@ -359,6 +365,7 @@ void MainWindow::connectInputs()
 void MainWindow::onNewReading(const QString& ean)
 {
     qDebug() << "New ean" << ean;
+    AdvertProvider::instance()->changeAd();
     const Drug drug = DrugDatabase::drugByEan(ean);
     if (drug.gid.isEmpty()) {
         qDebug() << ean << " not found";
@@ -385,6 +392,7 @@ void MainWindow::onNewReading(const QString& ean)
         for (GifBubble* other : bubbles)
             connect(clicked, &GifBubble::gifClicked, other, &GifBubble::Hide);
     }
+    StatisticsSender::sendScan(ean, drug.vid);
 }
 
 void MainWindow::display()

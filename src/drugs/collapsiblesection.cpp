@@ -1,5 +1,8 @@
 #include "collapsiblesection.h"
 
+#include "drugs/drugviewmodel.h"
+#include "utils/statisticssender.h"
+
 #include <QDebug>
 #include <QFileInfo>
 #include <QFrame>
@@ -75,6 +78,11 @@ void CollapsibleSection::onToggleClicked(bool checked)
 {
     // Only opening a description section (iconId below 1) counts as a click on
     // it; closing never does, nor opening a warning.
+    if (checked && iconId < 1) {
+        const Drug* selected = DrugViewModel::instance()->selectedDrug();
+        StatisticsSender::sendClick(selected ? selected->vid : QStringLiteral("-1"), title(),
+                                    QStringLiteral("click_big_window"));
+    }
     if (checked) {
         toggleButton->setArrowType(Qt::UpArrow);
         toggleAnimation->setDirection(QAbstractAnimation::Forward);

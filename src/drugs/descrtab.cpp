@@ -3,6 +3,7 @@
 #include "drugs/drugviewmodel.h"
 #include "utils/imageviewer.h"
 #include "utils/simpleimageviewersource.h"
+#include "utils/statisticssender.h"
 
 #include <QDebug>
 #include <QPageSize>
@@ -113,7 +114,8 @@ void DescrTab::search(const QString& phrase)
 {
     // A search marks nothing and opens nothing; it is only counted, and an
     // empty phrase not even that.
-    Q_UNUSED(phrase)
+    if (!phrase.isEmpty())
+        StatisticsSender::sendSearch(phrase, title, QStringLiteral("tab_list"));
 }
 
 QList<QPixmap> DescrTab::printPages()

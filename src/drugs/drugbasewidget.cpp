@@ -13,13 +13,18 @@
 #include "mainwindow.h"
 #include "urls.h"
 #include "utils/advertprovider.h"
+#include "utils/advertprovider.h"
 #include "utils/imageviewer.h"
 #include "utils/pdfdownloader.h"
+#include "utils/statisticssender.h"
 
 #include <QDebug>
+#include <QDesktopServices>
 #include <QFrame>
 #include <QLabel>
 #include <QListWidgetItem>
+#include <QMouseEvent>
+#include <QMovie>
 #include <QPushButton>
 #include <QUrl>
 #include <QVBoxLayout>
@@ -81,6 +86,7 @@ DrugBaseWidget::DrugBaseWidget(QWidget* parent)
     connect(model, &DrugViewModel::drugListCleared, this, &DrugBaseWidget::onDrugViewModelDrugListCleared);
     connect(model, &DrugViewModel::selectedDrugChanged, this,
             &DrugBaseWidget::onDrugViewModelSelectedDrugChanged, Qt::QueuedConnection);
+    connect(AdvertProvider::instance(), &AdvertProvider::newAdd, this, &DrugBaseWidget::changeAd);
 
     ui->tabWidget->setCurrentIndex(0);
     // The search in the descriptions stays out of the user's reach; its line is kept.
@@ -168,6 +174,7 @@ void DrugBaseWidget::onDrugViewModelSelectedDrugChanged(int previous)
 
     showTab(QStringLiteral("Informacje"));
     fillDrugVersions(gid);
+    StatisticsSender::sendClick(vid, QStringLiteral("Wyszukiwarka"), QStringLiteral("click_big_window"));
 }
 
 void DrugBaseWidget::showDrug(const QString& vid)
@@ -398,7 +405,69 @@ void DrugBaseWidget::fillSubstitutes()
 void DrugBaseWidget::on_substituteDrugsList_clicked(const QModelIndex& index)
 {
     const QString vid = index.data(Qt::UserRole).toString();
+    const Drug* selected = DrugViewModel::instance()->selectedDrug();
+    StatisticsSender::sendSubstituteClick(vid, selected ? selected->vid : QString());
     DrugViewModel::instance()->addDrug(DrugDatabase::drugByVid(vid));
+}
+
+void DrugBaseWidget::on_tabWidget_tabBarClicked(int index)
+{
+    const Drug* selected = DrugViewModel::instance()->selectedDrug();
+    const QString vid = selected ? selected->vid : QStringLiteral("-1");
+    const QString text = ui->tabWidget->tabText(index);
+    if (text.contains(substitutesTabText))
+        StatisticsSender::sendSubstituteView(QStringLiteral("tab"), vid);
+    StatisticsSender::sendClick(vid, text, QStringLiteral("click_big_window"));
+}
+
+void DrugBaseWidget::installAdvertFilter()
+{
+    ui->advert->installEventFilter(this);
+}
+
+void DrugBaseWidget::changeAd(AdvertType advertType)
+{
+    qDebug() << "Changing ad";
+    ui->advert->clear();
+    const AdvertProvider* provider = AdvertProvider::instance();
+    if (advertType == NoAdvert) {
+        // The fixed banner keeps the last banner's targets; the arrow cursor makes it inert.
+        ui->advert->setPixmap(QPixmap(QStringLiteral(":/icons/banner_corvane")));
+        ui->advert->setCursor(Qt::ArrowCursor);
+        return;
+    }
+    if (advertType == StaticAdvert) {
+        ui->advert->setPixmap(provider->currentPixmap());
+    } else {
+        ui->advert->setMovie(provider->currentMovie());
+        ui->advert->movie()->start();
+    }
+    repaint();
+    const Advert advert = provider->currentAdvert();
+    ui->advert->setCursor(advert.gid.isEmpty() && advert.url.isEmpty() ? Qt::ArrowCursor : Qt::PointingHandCursor);
+    ui->advert->setProperty("gid", advert.gid);
+    ui->advert->setProperty("url", advert.url);
+}
+
+bool DrugBaseWidget::eventFilter(QObject* object, QEvent* event)
+{
+    // The cursor is the banner's state: the arrow means it leads nowhere.
+    if (event->type() != QEvent::MouseButtonPress || ui->advert->cursor().shape() == Qt::ArrowCursor)
+        return QWidget::eventFilter(object, event);
+    if (static_cast<QMouseEvent*>(event)->button() != Qt::LeftButton)
+        return true;
+    const QString gid = ui->advert->property("gid").toString();
+    const QString url = ui->advert->property("url").toString();
+    if (!gid.isEmpty()) {
+        const Drug drug = DrugDatabase::firstDrugOfGroup(gid);
+        if (!drug.gid.isEmpty())
+            DrugViewModel::instance()->addDrug(drug);
+        else
+            qDebug().noquote() << gid + QStringLiteral(" not found");
+    } else if (!url.isEmpty()) {
+        QDesktopServices::openUrl(QUrl(url, QUrl::TolerantMode));
+    }
+    return true;
 }
 
 void DrugBaseWidget::showTab(const QString& name)
@@ -427,6 +496,7 @@ bool DrugBaseWidget::selectFirstDrug()
 
 void DrugBaseWidget::on_recipesButton_clicked()
 {
+    AdvertProvider::instance()->changeAd();
     AdvertProvider::instance()->changeAd();
     if (MainWindow* window = MainWindow::instance())
         window->showRecipesPage();

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "utils/advertprovider.h"
+
 #include <QModelIndex>
 #include <QWidget>
 
@@ -23,12 +25,18 @@ public:
     // Brings up the first tab whose trimmed text holds the trimmed name.
     void showTab(const QString& name);
     bool selectFirstDrug();
+    // Makes the banner clickable; the main window calls it once at start-up.
+    void installAdvertFilter();
+
+    bool eventFilter(QObject* object, QEvent* event) override;
 
 public slots:
     // A GIF decision's document, from an item of the tab or a bubble of a scan.
     void onGifClicked(const QString& pdfPath);
 
 private slots:
+    void on_tabWidget_tabBarClicked(int index);
+    void changeAd(AdvertType advertType);
     void onClearDrugsClicked();
     void onDrugViewModelDrugAdded();
     void onDrugViewModelDrugListCleared();

@@ -10,6 +10,7 @@
 #include "settings/appkey.h"
 #include "urls.h"
 #include "utils/imageviewer.h"
+#include "utils/statisticssender.h"
 
 #include <QBuffer>
 #include <QDateTime>
@@ -323,6 +324,8 @@ void DrugInfoWidget::on_showFullChPLButton_clicked()
 
 void DrugInfoWidget::on_pushButton_2_clicked()
 {
+    if (const Drug* drug = DrugViewModel::instance()->selectedDrug())
+        StatisticsSender::sendSubstituteView(QStringLiteral("button"), drug->vid);
     if (MainWindow* window = MainWindow::instance())
         window->showSubstitutes();
 }

@@ -2,6 +2,7 @@
 #include "ui_gifbubble.h"
 
 #include "urls.h"
+#include "utils/statisticssender.h"
 
 #include <QFontMetrics>
 #include <QGuiApplication>
@@ -110,5 +111,6 @@ void GifBubble::leaveEvent(QEvent* event)
 
 void GifBubble::on_pushButton_clicked()
 {
+    StatisticsSender::sendClick(vid, name, QStringLiteral("gif"));
     emit gifClicked(imagesUrl + pdfPath);
 }

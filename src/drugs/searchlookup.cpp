@@ -3,6 +3,7 @@
 #include "db/drugdatabase.h"
 #include "drugs/drugviewmodel.h"
 #include "drugs/searchlookupitem.h"
+#include "utils/statisticssender.h"
 
 #include <QDebug>
 #include <QEvent>
@@ -57,6 +58,8 @@ SearchLookup::SearchLookup(QLineEdit* editor)
 void SearchLookup::autoSuggest()
 {
     const QString text = editor->text();
+    if (!text.isEmpty())
+        StatisticsSender::sendSearch(text, QStringLiteral(" "), QStringLiteral("drug_list"));
 
     list.clear();
     if (!text.isEmpty()) {
