@@ -36,7 +36,8 @@ SearchLookup::SearchLookup(QLineEdit* editor)
     popup->setMouseTracking(true);
     popup->setEditTriggers(QAbstractItemView::NoEditTriggers);
     popup->setSelectionBehavior(QAbstractItemView::SelectRows);
-    popup->setStyleSheet(QStringLiteral("QListWidget{border: 1px solid; border-top: 0px transparent;}"));
+    popup->setStyleSheet(QStringLiteral("QListWidget{border: 1px solid; border-top: 0px transparent;}")
+                         + SearchLookupItem::containerStyleSheet());
     popup->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     popup->installEventFilter(this);
     popup->move(editor->pos());
@@ -79,9 +80,18 @@ void SearchLookup::showCompletion()
         return;
 
     popup->setUpdatesEnabled(false);
-    popup->clear();
+    // The rows of the last search show the new drugs; only missing rows are
+    // built and surplus ones dropped, since building a row costs far more.
+    while (popup->count() > list.size())
+        delete popup->takeItem(popup->count() - 1);
+    popup->setCurrentItem(nullptr);
+    popup->scrollToTop();
 
     for (int i = 0; i < list.size(); ++i) {
+        if (i < popup->count()) {
+            static_cast<SearchLookupItem*>(popup->itemWidget(popup->item(i)))->setDrug(list.at(i));
+            continue;
+        }
         auto* row = new SearchLookupItem(list.at(i), nullptr);
         if (i == 0) {
             row->adjustForFirstRow();

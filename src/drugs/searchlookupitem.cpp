@@ -5,7 +5,15 @@
 
 namespace {
 const QString bar = QStringLiteral(" |");
-}
+
+const QString rowStyle = QStringLiteral(
+    "SearchLookupItem QFrame{\n\tbackground-color:  #ffffff;\n}\n\n"
+    "SearchLookupItem QFrame[urgent=true]{\nbackground-color: #fad9d4;\n}\n"
+    "SearchLookupItem QFrame#frame{background-color: transparent;}\n"
+    "SearchLookupItem QLabel#labelName{color: #295c99; font-size: 20px; font-weight: 700; background-color: transparent;}\n"
+    "SearchLookupItem QLabel#labelStatus, SearchLookupItem QLabel#labelBox, SearchLookupItem QLabel#labelDose,"
+    " SearchLookupItem QLabel#labelForm{color: #707070; font-size: 14px; background-color: transparent;}\n");
+} // namespace
 
 SearchLookupItem::SearchLookupItem(const Drug& drug, QWidget* parent)
     : QWidget(parent)
@@ -13,11 +21,7 @@ SearchLookupItem::SearchLookupItem(const Drug& drug, QWidget* parent)
     , drug(drug)
 {
     ui->setupUi(this);
-    ui->labelName->setText(drug.name);
-    ui->labelStatus->setText(drug.status);
-    ui->labelForm->setText(drug.kind);
-    ui->labelDose->setText(doseText(drug));
-    ui->labelBox->setText(boxText(drug));
+    showTexts();
 }
 
 SearchLookupItem::~SearchLookupItem()
@@ -28,6 +32,29 @@ SearchLookupItem::~SearchLookupItem()
 Drug SearchLookupItem::getDrug() const
 {
     return drug;
+}
+
+void SearchLookupItem::setDrug(const Drug& shown)
+{
+    drug = shown;
+    showTexts();
+    // The pointer that lit this row up has gone with the list it was over.
+    if (ui->mainFrame->property("urgent").toBool())
+        setUrgent(false);
+}
+
+QString SearchLookupItem::containerStyleSheet()
+{
+    return rowStyle;
+}
+
+void SearchLookupItem::showTexts()
+{
+    ui->labelName->setText(drug.name);
+    ui->labelStatus->setText(drug.status);
+    ui->labelForm->setText(drug.kind);
+    ui->labelDose->setText(doseText(drug));
+    ui->labelBox->setText(boxText(drug));
 }
 
 void SearchLookupItem::adjustForFirstRow()

@@ -18,6 +18,8 @@ public:
     ~SearchLookupItem() override;
 
     Drug getDrug() const;
+    // Shows another drug in this row, so that the pop-up reuses its rows.
+    void setDrug(const Drug& drug);
     // The first row sits partly under the search line and needs a deeper top margin.
     void adjustForFirstRow();
 
@@ -26,12 +28,17 @@ public:
     static QString doseText(const Drug& drug);
     static QString boxText(const Drug& drug);
 
+    // The rows' style, set once on the pop-up that holds them: a sheet per row
+    // widget would be parsed and polished twenty times at every keystroke.
+    static QString containerStyleSheet();
+
 protected:
     void enterEvent(QEvent* event) override;
     void leaveEvent(QEvent* event) override;
 
 private:
     void setUrgent(bool urgent);
+    void showTexts();
 
     Ui::SearchLookupItem* ui = nullptr;
     Drug drug;
