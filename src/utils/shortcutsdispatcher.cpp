@@ -1,0 +1,61 @@
+#include "shortcutsdispatcher.h"
+
+#include "settingskeys.h"
+
+#include <QDebug>
+#include <QSettings>
+
+ShortcutsDispatcher* ShortcutsDispatcher::instance()
+{
+    static ShortcutsDispatcher* dispatcher = new ShortcutsDispatcher;
+    return dispatcher;
+}
+
+ShortcutsDispatcher::ShortcutsDispatcher()
+{
+    reload(true);
+}
+
+void ShortcutsDispatcher::reload(bool force)
+{
+    QSettings settings;
+    if (!force && !settings.value(SettingsKeys::refreshShortcuts, false).toBool())
+        return;
+
+    shortcuts.clear();
+    const int size = settings.beginReadArray(SettingsKeys::shortcuts);
+    for (int i = 0; i < size; ++i) {
+        settings.setArrayIndex(i);
+        shortcuts.append({settings.value(SettingsKeys::shortcutKey).value<QKeySequence>(),
+                          settings.value(SettingsKeys::shortcutDescription).toString()});
+    }
+    // The array is still open: the false lands under its last entry and the top-level
+    // flag stays true, so a saved table is re-read at every key release.
+    settings.setValue(SettingsKeys::refreshShortcuts, false);
+    settings.sync();
+}
+
+void ShortcutsDispatcher::onShortcut(const QKeySequence& seq)
+{
+    reload(false);
+    qDebug() << "Sequence:" << seq;
+    QString description;
+    for (const auto& entry : qAsConst(shortcuts)) {
+        if (entry.first == seq)
+            description = entry.second;
+    }
+    qDebug() << "Val:" << description;
+    // Every key the user releases arrives here: an unknown chord is the usual case.
+    if (!description.isEmpty())
+        emit shortcut(description);
+}
+
+QKeySequence ShortcutsDispatcher::sequenceFor(const QString& description)
+{
+    reload(false);
+    for (const auto& entry : qAsConst(shortcuts)) {
+        if (entry.second == description)
+            return entry.first;
+    }
+    return QKeySequence();
+}

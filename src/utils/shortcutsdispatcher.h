@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QKeySequence>
+#include <QList>
+#include <QObject>
+#include <QPair>
+#include <QString>
+
+// Maps the chords of the system-wide key stream to the titles of description
+// sections, as the shortcuts window saved them in the settings store.
+class ShortcutsDispatcher : public QObject {
+    Q_OBJECT
+    Q_DISABLE_COPY(ShortcutsDispatcher)
+
+public:
+    static ShortcutsDispatcher* instance();
+
+    // Re-reads the table when forced or when the shortcuts window has saved it.
+    void reload(bool force);
+    // The chord of a section; empty when the section has none.
+    QKeySequence sequenceFor(const QString& description);
+
+signals:
+    void shortcut(QString sectionTitle);
+
+public slots:
+    void onShortcut(const QKeySequence& seq);
+
+private:
+    ShortcutsDispatcher();
+
+    QList<QPair<QKeySequence, QString>> shortcuts;
+};
