@@ -1,0 +1,127 @@
+#include "bubblebox.h"
+#include "ui_bubblebox.h"
+
+#include "bubbleboxlistitem.h"
+#include "db/drugdatabase.h"
+#include "drugs/drugviewmodel.h"
+#include "utils/shortcutsdispatcher.h"
+#include "utils/statisticssender.h"
+
+#include <QDebug>
+#include <QGuiApplication>
+#include <QListWidgetItem>
+#include <QScreen>
+#include <QTimer>
+
+namespace {
+constexpr int lifetimeMs = 10000;
+constexpr int headerHeight = 87;
+constexpr int rowHeight = 34;
+constexpr int boxWidth = 326;
+} // namespace
+
+BubbleBox::BubbleBox(QWidget* parent)
+    : QWidget(parent)
+    , ui(new Ui::BubbleBox)
+{
+    ui->setupUi(this);
+    setWindowFlags(Qt::Window | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint);
+    // The pharmacist goes on typing in whatever program has the focus.
+    setAttribute(Qt::WA_ShowWithoutActivating);
+    setAttribute(Qt::WA_TranslucentBackground);
+
+    const QRect screen = QGuiApplication::primaryScreen()->geometry();
+    move(screen.right() - screen.left() - 336, 9);
+
+    timer = new QTimer(this);
+    timer->setObjectName(QStringLiteral("timer"));
+    connect(timer, &QTimer::timeout, this, &BubbleBox::remove);
+}
+
+BubbleBox::~BubbleBox()
+{
+    delete ui;
+}
+
+void BubbleBox::display(const Drug& drug)
+{
+    remove();
+    ui->drug_name->setText(drug.name);
+    ui->Indication->setText(drug.status);
+    ui->listWidget_2->clear();
+
+    ShortcutsDispatcher* dispatcher = ShortcutsDispatcher::instance();
+    const QList<DescriptionSection> sections = DrugDatabase::descriptionsOf(drug.vid);
+    for (const DescriptionSection& section : sections) {
+        const QString chord = dispatcher->sequenceFor(section.caption).toString(QKeySequence::PortableText);
+        auto* row = new BubbleboxListItem(section.caption, chord, nullptr);
+        auto* item = new QListWidgetItem;
+        item->setData(Qt::SizeHintRole, row->size());
+        ui->listWidget_2->addItem(item);
+        ui->listWidget_2->setItemWidget(item, row);
+    }
+    display();
+}
+
+void BubbleBox::display()
+{
+    timer->start(lifetimeMs);
+    ui->listWidget_2->show();
+    adjustSize();
+    // As high as its rows, whatever the screen: the list never scrolls.
+    resize(boxWidth, headerHeight + rowHeight * ui->listWidget_2->count());
+    // Laid out unseen first, so that the box never shows half-built.
+    ui->frame->setAttribute(Qt::WA_DontShowOnScreen, true);
+    ui->frame->show();
+    ui->frame->setAttribute(Qt::WA_DontShowOnScreen, false);
+    show();
+}
+
+void BubbleBox::clear()
+{
+    ui->drug_name->clear();
+    ui->Indication->clear();
+    ui->listWidget_2->clear();
+}
+
+void BubbleBox::remove()
+{
+    qDebug() << "Remove";
+    ui->listWidget_2->hide();
+    timer->stop();
+    hide();
+}
+
+void BubbleBox::on_listWidget_2_itemClicked(QListWidgetItem* item)
+{
+    auto* row = qobject_cast<BubbleboxListItem*>(ui->listWidget_2->itemWidget(item));
+    if (!row)
+        return;
+    const QString section = row->text();
+    // The drug may have been cleared from the list since the scan.
+    const Drug* selected = DrugViewModel::instance()->selectedDrug();
+    StatisticsSender::sendClick(selected ? selected->vid : QStringLiteral("-1"), section,
+                                QStringLiteral("click_small_window"));
+    emit sectionClicked(section);
+    remove();
+}
+
+void BubbleBox::mousePressEvent(QMouseEvent* event)
+{
+    // A press on a row is taken by the list: this one stands for the drug as a whole.
+    emit mousePressed();
+    QWidget::mousePressEvent(event);
+}
+
+void BubbleBox::enterEvent(QEvent* event)
+{
+    timer->stop();
+    QWidget::enterEvent(event);
+}
+
+void BubbleBox::leaveEvent(QEvent* event)
+{
+    // Ten seconds more once the mouse has left.
+    timer->start(lifetimeMs);
+    QWidget::leaveEvent(event);
+}

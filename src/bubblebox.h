@@ -1,0 +1,46 @@
+#pragma once
+
+#include <QWidget>
+
+struct Drug;
+class QListWidgetItem;
+class QTimer;
+
+namespace Ui {
+class BubbleBox;
+}
+
+// The panel at the top right corner of the screen that names a scanned drug
+// and its description sections with their chords. It never takes the focus
+// and goes by itself after ten seconds, or later while the mouse rests on it.
+class BubbleBox : public QWidget {
+    Q_OBJECT
+    Q_DISABLE_COPY(BubbleBox)
+
+public:
+    explicit BubbleBox(QWidget* parent = nullptr);
+    ~BubbleBox() override;
+
+    void display(const Drug& drug);
+
+signals:
+    void mousePressed();
+    void sectionClicked(const QString& section);
+
+public slots:
+    void remove();
+    void display();
+    void clear();
+
+protected:
+    void mousePressEvent(QMouseEvent* event) override;
+    void enterEvent(QEvent* event) override;
+    void leaveEvent(QEvent* event) override;
+
+private slots:
+    void on_listWidget_2_itemClicked(QListWidgetItem* item);
+
+private:
+    Ui::BubbleBox* ui = nullptr;
+    QTimer* timer = nullptr;
+};

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QString>
+#include <QWidget>
+
+namespace Ui {
+class BubbleboxListItem;
+}
+
+// One row of the notification box: a description section and its chord.
+class BubbleboxListItem : public QWidget {
+    Q_OBJECT
+    Q_DISABLE_COPY(BubbleboxListItem)
+
+public:
+    BubbleboxListItem(const QString& section, const QString& shortcut, QWidget* parent = nullptr);
+    ~BubbleboxListItem() override;
+
+    QString text() const;
+
+protected:
+    void enterEvent(QEvent* event) override;
+    void leaveEvent(QEvent* event) override;
+
+private:
+    void setTextColour(const QString& colour);
+
+    Ui::BubbleboxListItem* ui = nullptr;
+};
