@@ -2,6 +2,7 @@
 #include "ui_mainwindow.h"
 
 #include "appdir.h"
+#include "bubblebox.h"
 #include "db/drugdatabase.h"
 #include "drugs/drugbasewidget.h"
 #include "drugs/drugsubstituteviewmodel.h"
@@ -11,11 +12,13 @@
 #include "settings/databaseinfo.h"
 #include "settings/pharmacyselector.h"
 #include "settings/rodoinfo.h"
+#include "settings/shortcutsettingswindow.h"
 #include "settings/usersettingsform.h"
 #include "settingskeys.h"
 #include "utils/advertprovider.h"
 #include "utils/connectivity.h"
 #include "utils/keyboardreader.h"
+#include "utils/shortcutsdispatcher.h"
 #include "utils/statisticssender.h"
 
 #include <QApplication>
@@ -78,6 +81,8 @@ MainWindow::MainWindow(QWidget* parent)
     connect(trayIcon, &QSystemTrayIcon::activated, this, &MainWindow::display);
     connect(trayIcon, &QSystemTrayIcon::messageClicked, this, &MainWindow::onTrayIconMessageClicked);
 
+    bubbleBox = new BubbleBox(nullptr);
+
     connect(&databaseUpdater, &DatabaseUpdater::checked, this, &MainWindow::dbCheckFinnished);
     connect(&databaseUpdater, &DatabaseUpdater::downloaded, this, &MainWindow::dbDownloadFinnished);
     connect(&databaseUpdater, &DatabaseUpdater::replaced, this, &MainWindow::dbUpdateFinnished);
@@ -110,6 +115,8 @@ MainWindow::~MainWindow()
 {
     if (mainWindowInstance == this)
         mainWindowInstance = nullptr;
+    // The box has no parent; it goes with the window, at the end of the process.
+    delete bubbleBox;
     delete ui;
 }
 
@@ -358,13 +365,19 @@ void MainWindow::showSubstitutes()
 void MainWindow::connectInputs()
 {
     // Queued: the key source's callback returns before a reading is handled.
-    connect(KeyboardReader::instance(), &KeyboardReader::newReading, this, &MainWindow::onNewReading,
+    KeyboardReader* reader = KeyboardReader::instance();
+    connect(reader, &KeyboardReader::newReading, this, &MainWindow::onNewReading, Qt::QueuedConnection);
+    connect(reader, &KeyboardReader::shortcut, ShortcutsDispatcher::instance(), &ShortcutsDispatcher::onShortcut,
             Qt::QueuedConnection);
+    connect(reader, &KeyboardReader::escape, bubbleBox, &BubbleBox::remove, Qt::QueuedConnection);
+    connect(bubbleBox, &BubbleBox::mousePressed, this, &MainWindow::onBubbleBoxMousePressed);
+    connect(bubbleBox, &BubbleBox::sectionClicked, this, &MainWindow::onBubbleBoxSectionClicked);
 }
 
 void MainWindow::onNewReading(const QString& ean)
 {
     qDebug() << "New ean" << ean;
+    bubbleBox->remove();
     AdvertProvider::instance()->changeAd();
     const Drug drug = DrugDatabase::drugByEan(ean);
     if (drug.gid.isEmpty()) {
@@ -372,6 +385,7 @@ void MainWindow::onNewReading(const QString& ean)
         return;
     }
     DrugViewModel::instance()->addDrug(drug);
+    bubbleBox->display(drug);
     showDrugPage();
     ui->drugBase->showTab(QStringLiteral("Informacje"));
 
@@ -384,6 +398,7 @@ void MainWindow::onNewReading(const QString& ean)
         auto* bubble = new GifBubble(nullptr);
         bubble->Show(decision.path, decision.path, decision.date, decision.descr, decisions.size() - i, drug.vid);
         connect(bubble, &GifBubble::gifClicked, ui->drugBase, &DrugBaseWidget::onGifClicked);
+        connect(bubble, &GifBubble::gifClicked, bubbleBox, &BubbleBox::remove);
         connect(KeyboardReader::instance(), &KeyboardReader::escape, bubble, &GifBubble::Hide);
         connect(KeyboardReader::instance(), &KeyboardReader::newReading, bubble, &GifBubble::Hide);
         bubbles << bubble;
@@ -399,6 +414,46 @@ void MainWindow::display()
 {
     show();
     activateWindow();
+    bubbleBox->remove();
+    // The shortcuts window opens by itself once, at the first show: it writes
+    // the default chords, without which no shortcut works.
+    QSettings settings;
+    if (!settings.value(SettingsKeys::seenShortcutsPage, false).toBool()) {
+        settings.setValue(SettingsKeys::seenShortcutsPage, true);
+        settings.sync();
+        (new ShortcutSettingsWindow(nullptr))->show();
+    }
+}
+
+void MainWindow::on_actionSkr_ty_klawiaturowe_triggered()
+{
+    qDebug() << "D/MainWindow::on_actionSkr_ty_klawiaturowe_triggered";
+    (new ShortcutSettingsWindow(nullptr))->show();
+}
+
+void MainWindow::bringForward()
+{
+    show();
+    // The box is clicked while another program is in front, and show() alone
+    // leaves a visible window behind it.
+    raise();
+    activateWindow();
+    setFocus(Qt::OtherFocusReason);
+}
+
+void MainWindow::onBubbleBoxMousePressed()
+{
+    bringForward();
+    DrugViewModel::instance()->selectFirstDrug();
+}
+
+void MainWindow::onBubbleBoxSectionClicked(const QString& section)
+{
+    bringForward();
+    if (ui->drugBase->hasDrugSection(section)) {
+        showDrugPage();
+        ui->drugBase->showDrugSection(section);
+    }
 }
 
 void MainWindow::onSessionEnding()
@@ -417,6 +472,7 @@ void MainWindow::closeEvent(QCloseEvent* event)
     // The window's close button only hides the program to the tray.
     if (trayIcon->isVisible()) {
         event->ignore();
+        bubbleBox->remove();
         hide();
         return;
     }
@@ -430,6 +486,7 @@ void MainWindow::closeEvent(QCloseEvent* event)
     if (question.clickedButton() == yes) {
         DrugDatabase::closeDatabase();
         event->accept();
+        bubbleBox->remove();
         QCoreApplication::quit();
     } else {
         event->ignore();

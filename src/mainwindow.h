@@ -6,6 +6,8 @@
 #include <QMainWindow>
 #include <QSystemTrayIcon>
 
+class BubbleBox;
+
 namespace Ui {
 class MainWindow;
 }
@@ -54,6 +56,9 @@ private slots:
     void on_actionUsu_pliki_tymczasowe_triggered();
     void on_actionAktualizuj_program_triggered();
     void on_actionApteki_triggered();
+    void on_actionSkr_ty_klawiaturowe_triggered();
+    void onBubbleBoxMousePressed();
+    void onBubbleBoxSectionClicked(const QString& section);
 
 private:
     // The start-up chain: the program's version, then the database's, and only
@@ -62,10 +67,12 @@ private:
     bool internetConnection();
     void connectInputs();
     void setAlertStyle(bool alert);
+    void bringForward();
     void setAlertStyleFor(int milliseconds);
 
     Ui::MainWindow* ui = nullptr;
     QSystemTrayIcon* trayIcon = nullptr;
+    BubbleBox* bubbleBox = nullptr;
     DatabaseUpdater databaseUpdater;
     bool manualDbCheck = false;
     ProgramUpdater programUpdater;

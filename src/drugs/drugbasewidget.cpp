@@ -16,6 +16,7 @@
 #include "utils/advertprovider.h"
 #include "utils/imageviewer.h"
 #include "utils/pdfdownloader.h"
+#include "utils/shortcutsdispatcher.h"
 #include "utils/statisticssender.h"
 
 #include <QDebug>
@@ -87,6 +88,7 @@ DrugBaseWidget::DrugBaseWidget(QWidget* parent)
     connect(model, &DrugViewModel::selectedDrugChanged, this,
             &DrugBaseWidget::onDrugViewModelSelectedDrugChanged, Qt::QueuedConnection);
     connect(AdvertProvider::instance(), &AdvertProvider::newAdd, this, &DrugBaseWidget::changeAd);
+    connect(ShortcutsDispatcher::instance(), &ShortcutsDispatcher::shortcut, this, &DrugBaseWidget::onShortcut);
 
     ui->tabWidget->setCurrentIndex(0);
     // The search in the descriptions stays out of the user's reach; its line is kept.
@@ -481,6 +483,76 @@ void DrugBaseWidget::showTab(const QString& name)
         if (text.indexOf(wanted) != -1) {
             ui->tabWidget->setCurrentIndex(i);
             return;
+        }
+    }
+}
+
+CollapsibleSection* DrugBaseWidget::findDrugSection(const QString& name) const
+{
+    QLayout* column = ui->descFrame->layout();
+    for (int i = 0; i < column->count(); ++i) {
+        auto* section = qobject_cast<CollapsibleSection*>(column->itemAt(i)->widget());
+        if (section && section->title() == name)
+            return section;
+    }
+    return nullptr;
+}
+
+bool DrugBaseWidget::hasDrugSection(const QString& name)
+{
+    qDebug() << "Drug section name" << name;
+    if (ui->selectedDrugs->count() == 0)
+        return false;
+    return findDrugSection(name) != nullptr;
+}
+
+bool DrugBaseWidget::showDrugSection(const QString& name)
+{
+    qDebug() << "Drug section name" << name;
+    // Rebuilt first, so that the wanted section is the only one open.
+    if (const Drug* selected = DrugViewModel::instance()->selectedDrug())
+        showDrug(selected->vid);
+    if (ui->selectedDrugs->count() == 0)
+        return false;
+    CollapsibleSection* section = findDrugSection(name);
+    if (!section)
+        return false;
+    section->expand();
+    if (ui->tabWidget->currentWidget() != ui->Sekcje_opisowe_tab)
+        ui->tabWidget->setCurrentWidget(ui->Sekcje_opisowe_tab);
+    return true;
+}
+
+void DrugBaseWidget::onShortcut(const QString& section)
+{
+    qDebug() << section;
+    const Drug* selected = DrugViewModel::instance()->selectedDrug();
+    if (!selected)
+        return;
+    // Counted as a use even when the drug has no such section.
+    StatisticsSender::sendClick(selected->vid, section, QStringLiteral("shortcut"));
+    if (!hasDrugSection(section))
+        return;
+    if (MainWindow* window = MainWindow::instance()) {
+        window->showDrugPage();
+        window->display();
+        // From another program the window has to come to the front, not only show.
+        window->raise();
+    }
+    showDrugSection(section);
+}
+
+void DrugBaseWidget::on_lineEdit_returnPressed()
+{
+    QLayout* column = ui->descFrame->layout();
+    for (int i = 0; i < column->count(); ++i) {
+        auto* section = qobject_cast<CollapsibleSection*>(column->itemAt(i)->widget());
+        if (!section || !section->contentArea()->layout())
+            continue;
+        QLayout* content = section->contentArea()->layout();
+        for (int j = 0; j < content->count(); ++j) {
+            if (auto* tab = qobject_cast<DescrTab*>(content->itemAt(j)->widget()))
+                tab->search(ui->lineEdit->text());
         }
     }
 }

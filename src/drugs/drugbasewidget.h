@@ -5,6 +5,7 @@
 #include <QModelIndex>
 #include <QWidget>
 
+class CollapsibleSection;
 class QPushButton;
 
 namespace Ui {
@@ -25,12 +26,17 @@ public:
     // Brings up the first tab whose trimmed text holds the trimmed name.
     void showTab(const QString& name);
     bool selectFirstDrug();
+    // The targets of the shortcuts: a description section of the selected drug, by its title.
+    bool hasDrugSection(const QString& name);
+    bool showDrugSection(const QString& name);
     // Makes the banner clickable; the main window calls it once at start-up.
     void installAdvertFilter();
 
     bool eventFilter(QObject* object, QEvent* event) override;
 
 public slots:
+    // A chord of the system-wide key stream, as the title of the section it opens.
+    void onShortcut(const QString& section);
     // A GIF decision's document, from an item of the tab or a bubble of a scan.
     void onGifClicked(const QString& pdfPath);
 
@@ -41,6 +47,7 @@ private slots:
     void onDrugViewModelDrugAdded();
     void onDrugViewModelDrugListCleared();
     void onDrugViewModelSelectedDrugChanged(int previous);
+    void on_lineEdit_returnPressed();
     void on_selectedDrugs_clicked(const QModelIndex& index);
     void on_drugVersionsList_clicked(const QModelIndex& index);
     void on_recipesButton_clicked();
@@ -57,6 +64,7 @@ private:
     void removeGifViewers();
     void fillDrugVersions(const QString& gid);
     void fillSubstitutes();
+    CollapsibleSection* findDrugSection(const QString& name) const;
 
     Ui::DrugBaseWidget* ui = nullptr;
     QPushButton* clearDrugs = nullptr;
