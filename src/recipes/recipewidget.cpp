@@ -237,7 +237,7 @@ bool RecipeWidget::eventFilter(QObject* watched, QEvent* event)
         if (!drug.gid.isEmpty())
             DrugViewModel::instance()->addDrug(drug);
         else
-            qDebug() << gid << " not found";
+            qDebug().noquote() << gid + QStringLiteral(" not found");
     } else if (!url.isEmpty()) {
         QDesktopServices::openUrl(QUrl(url, QUrl::TolerantMode));
     }
