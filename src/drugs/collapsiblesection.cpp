@@ -18,6 +18,13 @@ namespace {
 constexpr int iconSide = 28;
 } // namespace
 
+QString CollapsibleSection::containerStyleSheet()
+{
+    return QStringLiteral(
+        "CollapsibleSection QToolButton#toggleButton {border: none; color: #295c99;}\n"
+        "CollapsibleSection QPushButton#titleButton {border: none; color: #082e56; font-weight: bold; font-size: 14px;}\n");
+}
+
 CollapsibleSection::CollapsibleSection(int iconId, const QString& title, int animationDuration, QWidget* parent)
     : QWidget(parent)
     , mainLayout(new QGridLayout(this))
@@ -29,15 +36,14 @@ CollapsibleSection::CollapsibleSection(int iconId, const QString& title, int ani
     , animationDuration(animationDuration)
     , iconId(iconId)
 {
-    toggleButton->setStyleSheet(QStringLiteral("QToolButton {border: none; color: #295c99;} "));
+    toggleButton->setObjectName(QStringLiteral("toggleButton"));
     toggleButton->setArrowType(Qt::DownArrow);
     toggleButton->setCheckable(true);
     toggleButton->setChecked(false);
     toggleButton->setAutoRaise(false);
     toggleButton->setCursor(Qt::PointingHandCursor);
 
-    titleButton->setStyleSheet(
-        QStringLiteral("QPushButton {border: none; color: #082e56; font-weight: bold; font-size: 14px;}"));
+    titleButton->setObjectName(QStringLiteral("titleButton"));
     titleButton->setCursor(Qt::PointingHandCursor);
     if (iconId > 0) {
         const QString iconName = QStringLiteral(":/icons/") + QString::number(iconId) + QStringLiteral(".png");

@@ -30,6 +30,10 @@ public:
     void collapse();
     void expand();
 
+    // The sections' style, set once on the frame that holds them: a sheet per
+    // button would be parsed and polished for each of a drug's sections.
+    static QString containerStyleSheet();
+
 private:
     void onToggleClicked(bool checked);
 

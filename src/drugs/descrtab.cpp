@@ -17,10 +17,9 @@
 
 namespace {
 
-const QString textStyle = QStringLiteral("border: 0px solid transparent;\nbackground-color: white;\ncolor: #737373;\n");
-
-const QString printButtonStyle = QStringLiteral(
-    "QPushButton {\n"
+const QString containerStyle = QStringLiteral(
+    "DescrTab QTextEdit#descrText {border: 0px solid transparent;\nbackground-color: white;\ncolor: #737373;\n}\n"
+    "DescrTab QPushButton#printButton {\n"
     "\tqproperty-icon: url(:/icons/print);\n"
     "\tbackground-color: white;\n"
     "\tcolor: #295c99;\n"
@@ -29,14 +28,23 @@ const QString printButtonStyle = QStringLiteral(
     "\tmargin: 9px;\n"
     "\tpadding: 6px 12px;\n"
     "}\n"
-    "QPushButton:hover {\n"
+    "DescrTab QPushButton#printButton:hover {\n"
     "\tbackground-color: #e3502a;\n"
     "\tcolor: white;\n"
     "}\n"
-    "QPushButton:pressed {\n"
+    "DescrTab QPushButton#printButton:pressed {\n"
     "\tbackground-color: #df512c;\n"
     "\tcolor: white;\n"
     "}");
+
+} // namespace
+
+QString DescrTab::containerStyleSheet()
+{
+    return containerStyle;
+}
+
+namespace {
 
 QString fontBlock(const QString& text, const QString& size)
 {
@@ -75,7 +83,7 @@ DescrTab::DescrTab(const QString& title, const QString& text, QWidget* parent)
     const QSize size = textEdit->document()->size().toSize();
     qDebug() << title << "size" << size;
 
-    textEdit->setStyleSheet(textStyle);
+    textEdit->setObjectName(QStringLiteral("descrText"));
     QFont font = textEdit->font();
     font.setPixelSize(14);
     textEdit->setFont(font);
@@ -91,7 +99,6 @@ DescrTab::DescrTab(const QString& title, const QString& text, QWidget* parent)
 
     printButton = new QPushButton(QStringLiteral("Drukuj"), this);
     printButton->setObjectName(QStringLiteral("printButton"));
-    printButton->setStyleSheet(printButtonStyle);
     printButton->setCursor(Qt::PointingHandCursor);
 
     // Measured before the larger font: the factor covers it, and the text has

@@ -20,6 +20,9 @@ public:
     DescrTab(const QString& title, const QString& text, QWidget* parent);
 
     void search(const QString& phrase);
+    // The style of the text and its print button, set once on the frame that
+    // holds the sections rather than parsed again for each of them.
+    static QString containerStyleSheet();
     // The selected drug's data, the title and the text on A4 pages, one image
     // a page; none without a selected drug.
     QList<QPixmap> printPages();

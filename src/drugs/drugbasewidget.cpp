@@ -36,7 +36,7 @@ const QString restingNameStyle = QStringLiteral("color: #082e56;");
 const QString substitutesTabText = QStringLiteral("Zamienniki");
 constexpr int sectionAnimationMs = 300;
 const QString warningTextStyle =
-    QStringLiteral(";\n border: 0px solid transparent;\n\tbackground-color: white;\n\tcolor: #737373;\n");
+    QStringLiteral("QLabel#warningText {border: 0px solid transparent; background-color: white; color: #737373;}\n");
 const QString gifTabText = QStringLiteral("Decyzje GIF");
 const QString gifViewerName = QStringLiteral("gifPdfViewer");
 
@@ -70,6 +70,11 @@ DrugBaseWidget::DrugBaseWidget(QWidget* parent)
 {
     ui->setupUi(this);
     setPanesVisible(false);
+    // The sections' style is parsed once here, not again for each section of each drug.
+    const QString sectionsStyle = CollapsibleSection::containerStyleSheet() + DescrTab::containerStyleSheet();
+    ui->descFrame->setStyleSheet(sectionsStyle);
+    ui->warnFrame->setStyleSheet(sectionsStyle + warningTextStyle);
+    ui->foodFrame->setStyleSheet(sectionsStyle + warningTextStyle);
 
     clearDrugs = new QPushButton(ui->widget);
     clearDrugs->setObjectName(QStringLiteral("clearDrugs"));
@@ -244,7 +249,7 @@ void DrugBaseWidget::fillWarnings(const QString& vid, int currentIndex)
 
         auto* label = new QLabel;
         label->setAlignment(Qt::AlignTop);
-        label->setStyleSheet(warningTextStyle);
+        label->setObjectName(QStringLiteral("warningText"));
         label->setText(warning.descr);
         label->setWordWrap(true);
         // The special column is measured by its caption, which spans it.
