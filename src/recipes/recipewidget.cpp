@@ -9,9 +9,9 @@
 #include "recipes/recipegroupitem.h"
 #include "utils/statisticssender.h"
 
+#include <QBoxLayout>
 #include <QDebug>
 #include <QDesktopServices>
-#include <QLayout>
 #include <QListWidgetItem>
 #include <QMouseEvent>
 #include <QMovie>
