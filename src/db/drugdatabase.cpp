@@ -5,8 +5,11 @@
 #include "searchindex.h"
 #include "searchindexloader.h"
 
+#include <QCoreApplication>
 #include <QDateTime>
 #include <QDebug>
+#include <QHash>
+#include <QThread>
 #include <QVariant>
 
 #include <array>
@@ -229,6 +232,71 @@ std::optional<QStringList> warningIds(const QString& warns)
     return ids;
 }
 
+// The three reference tables of the refund rows, read once per opened database
+// on the main thread: every refund group of every drug shown looks into all three.
+struct RefundTables {
+    bool loaded = false;
+    QHash<QString, RefundLevel> levels;
+    QHash<QString, RefundScope> scopes;
+    QHash<QString, OffLabelIndication> offLabels;
+};
+
+RefundTables& refundTablesOfMainThread()
+{
+    static RefundTables tables;
+    return tables;
+}
+
+// The key an id finds its row by: as bound, a number as a number.
+QString refundKey(const QString& id)
+{
+    return keyValue(id).toString();
+}
+
+// The tables of the opened database, or null off the main thread or when
+// they can't be read; the single-row statements answer then.
+const RefundTables* refundTables()
+{
+    const QCoreApplication* app = QCoreApplication::instance();
+    if (!app || QThread::currentThread() != app->thread())
+        return nullptr;
+    RefundTables& tables = refundTablesOfMainThread();
+    if (tables.loaded)
+        return &tables;
+    {
+        PreparedStatement statement(drugDatabaseName, QStringLiteral("SELECT id, name, descr FROM xs"));
+        if (!statement.isExecuted())
+            return nullptr;
+        while (statement.next()) {
+            const QString key = statement.text(0);
+            if (!tables.levels.contains(key))
+                tables.levels.insert(key, {statement.text(0), statement.text(1), statement.text(2)});
+        }
+    }
+    {
+        PreparedStatement statement(drugDatabaseName, QStringLiteral("SELECT id, name, descr FROM d"));
+        if (!statement.isExecuted())
+            return nullptr;
+        while (statement.next()) {
+            const QString key = statement.text(0);
+            if (!tables.scopes.contains(key))
+                tables.scopes.insert(key, {statement.text(0), statement.text(1), statement.text(2)});
+        }
+    }
+    {
+        PreparedStatement statement(drugDatabaseName, QStringLiteral("SELECT id, descr FROM x"));
+        if (!statement.isExecuted())
+            return nullptr;
+        while (statement.next()) {
+            const QString key = statement.text(0);
+            if (!tables.offLabels.contains(key))
+                tables.offLabels.insert(key, {statement.text(0), statement.text(1)});
+        }
+    }
+    tables.loaded = true;
+    return &tables;
+}
+
 } // namespace
 
 QSqlDatabase databaseHandle(const QString& name)
@@ -249,6 +317,7 @@ void openDatabase(const QString& name)
 void closeDatabase()
 {
     SearchIndexLoader::drop();
+    refundTablesOfMainThread() = RefundTables();
     DatabaseConnection::of(drugDatabaseName).close();
 }
 
@@ -592,6 +661,12 @@ RefundLevel refundLevelById(const QString& id)
     // An empty field never names a row; it would have been no statement at all.
     if (id.isEmpty())
         return level;
+    // An id the table lacks asks SQL, which may still compare it otherwise ("7.0" = 7).
+    if (const RefundTables* tables = refundTables()) {
+        const auto found = tables->levels.constFind(refundKey(id));
+        if (found != tables->levels.constEnd())
+            return *found;
+    }
     PreparedStatement statement(drugDatabaseName, refundLevelSql, {keyValue(id)});
     if (statement.next()) {
         level.id = statement.text(0);
@@ -612,6 +687,11 @@ RefundScope refundScopeById(const QString& id)
     }
     if (id.isEmpty())
         return scope;
+    if (const RefundTables* tables = refundTables()) {
+        const auto found = tables->scopes.constFind(refundKey(id));
+        if (found != tables->scopes.constEnd())
+            return *found;
+    }
     PreparedStatement statement(drugDatabaseName, refundScopeSql, {keyValue(id)});
     if (statement.next()) {
         scope.id = statement.text(0);
@@ -631,6 +711,11 @@ OffLabelIndication offLabelById(const QString& id)
     }
     if (id.isEmpty())
         return offLabel;
+    if (const RefundTables* tables = refundTables()) {
+        const auto found = tables->offLabels.constFind(refundKey(id));
+        if (found != tables->offLabels.constEnd())
+            return *found;
+    }
     PreparedStatement statement(drugDatabaseName, offLabelSql, {keyValue(id)});
     if (statement.next()) {
         offLabel.id = statement.text(0);

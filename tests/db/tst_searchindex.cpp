@@ -173,15 +173,18 @@ void TestSearchIndex::matchesStatement()
     }
 }
 
-// A base replaced after a close is searched as it is now, not as it was.
+// A base replaced after a close is searched, and its refund rows read, as it
+// is now, not as it was.
 void TestSearchIndex::followsReplacedBase()
 {
     useBase(QStringLiteral("demo"));
     QVERIFY(DrugDatabase::waitForSearchIndex());
     const QStringList words{QStringLiteral("Sirop")};
     QCOMPARE(DrugDatabase::searchDrugs(words, 20).size(), 1);
+    QVERIFY(!DrugDatabase::refundLevelById(QStringLiteral("2")).name.isEmpty());
 
     useBase(QStringLiteral("random"));
+    QVERIFY(DrugDatabase::refundLevelById(QStringLiteral("2")).name.isEmpty());
     QVERIFY(DrugDatabase::searchDrugs(words, 20).isEmpty());
     QVERIFY(DrugDatabase::waitForSearchIndex());
     QVERIFY(DrugDatabase::searchDrugs(words, 20).isEmpty());
