@@ -37,8 +37,8 @@ public:
     // database of `dataVersion`: a main window's start-up checks then find both
     // current, leave the base in place and wire the scanner.
     bool startOfferingCurrent(const QString& dataVersion);
-    // Waits until a main window's start-up checks are over: one probe of the
-    // connection per pass, three passes.
+    // Waits until a main window made after start() or the last wait has
+    // finished its start-up checks.
     bool waitForStartupChecks();
 
 private:
@@ -53,4 +53,5 @@ private:
 
     Process process;
     int listeningPort = 0;
+    int seenStartupPasses = 0;
 };
