@@ -6,6 +6,7 @@
 #include "pagefixture.h"
 
 #include <QElapsedTimer>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QSignalSpy>
@@ -38,6 +39,8 @@ private slots:
     void keysInOpenPopup();
     void clickChoosesDrugAndStopsPendingSearch();
     void onlyTypedTextIsSearched();
+    void reusedRowsShowEachSearch_data();
+    void reusedRowsShowEachSearch();
 
 private:
     void typeAndWaitForPopup(const QString& text);
@@ -212,6 +215,37 @@ void tst_SearchLookup::onlyTypedTextIsSearched()
     QVERIFY(timer->isActive());
     QTRY_COMPARE(searchTimes.size(), 1);
     QVERIFY(!popup->isVisible());
+}
+
+void tst_SearchLookup::reusedRowsShowEachSearch_data()
+{
+    QTest::addColumn<QStringList>("texts");
+    QTest::newRow("twenty, three, twenty again") << QStringList{"Testowy", "Apap", "Testowy"};
+    QTest::newRow("three, then twenty") << QStringList{"Apap", "Testowy"};
+}
+
+// The pop-up keeps its row widgets from one search to the next: each must show
+// the new search's drug, the first keep its deeper top, none stay lit.
+void tst_SearchLookup::reusedRowsShowEachSearch()
+{
+    QFETCH(QStringList, texts);
+    for (const QString& text : texts) {
+        popup->hide();
+        editor->clear();
+        typeAndWaitForPopup(text);
+        const QList<Drug> found = DrugDatabase::searchDrugs(text.split(QLatin1Char(' ')), 20);
+        QCOMPARE(popup->count(), found.size());
+        for (int i = 0; i < found.size(); ++i) {
+            auto* row = qobject_cast<SearchLookupItem*>(popup->itemWidget(popup->item(i)));
+            QCOMPARE(row->getDrug().vid, found.at(i).vid);
+            QCOMPARE(row->findChild<QLabel*>(QStringLiteral("labelName"))->text(), found.at(i).name);
+            QVERIFY(!row->findChild<QFrame*>(QStringLiteral("mainFrame"))->property("urgent").toBool());
+        }
+        QCOMPARE(popup->item(0)->sizeHint().height(), popup->item(1)->sizeHint().height() + 20);
+        // The pointer rests on the second row when the next search comes.
+        QEvent enter(QEvent::Enter);
+        QCoreApplication::sendEvent(popup->itemWidget(popup->item(1)), &enter);
+    }
 }
 
 QTEST_MAIN(tst_SearchLookup)
