@@ -13,7 +13,6 @@
 #include "mainwindow.h"
 #include "urls.h"
 #include "utils/advertprovider.h"
-#include "utils/advertprovider.h"
 #include "utils/imageviewer.h"
 #include "utils/pdfdownloader.h"
 #include "utils/shortcutsdispatcher.h"
@@ -573,7 +572,6 @@ bool DrugBaseWidget::selectFirstDrug()
 
 void DrugBaseWidget::on_recipesButton_clicked()
 {
-    AdvertProvider::instance()->changeAd();
     AdvertProvider::instance()->changeAd();
     if (MainWindow* window = MainWindow::instance())
         window->showRecipesPage();
