@@ -12,6 +12,7 @@
 #include "drugs/searchlookup.h"
 #include "mainwindow.h"
 #include "urls.h"
+#include "utils/advertbanner.h"
 #include "utils/advertprovider.h"
 #include "utils/imageviewer.h"
 #include "utils/pdfdownloader.h"
@@ -19,12 +20,10 @@
 #include "utils/statisticssender.h"
 
 #include <QDebug>
-#include <QDesktopServices>
 #include <QFrame>
 #include <QLabel>
 #include <QListWidgetItem>
 #include <QMouseEvent>
-#include <QMovie>
 #include <QPushButton>
 #include <QUrl>
 #include <QVBoxLayout>
@@ -433,47 +432,15 @@ void DrugBaseWidget::installAdvertFilter()
 
 void DrugBaseWidget::changeAd(AdvertType advertType)
 {
-    qDebug() << "Changing ad";
-    ui->advert->clear();
-    const AdvertProvider* provider = AdvertProvider::instance();
-    if (advertType == NoAdvert) {
-        // The fixed banner keeps the last banner's targets; the arrow cursor makes it inert.
-        ui->advert->setPixmap(QPixmap(QStringLiteral(":/icons/banner_corvane")));
-        ui->advert->setCursor(Qt::ArrowCursor);
-        return;
-    }
-    if (advertType == StaticAdvert) {
-        ui->advert->setPixmap(provider->currentPixmap());
-    } else {
-        ui->advert->setMovie(provider->currentMovie());
-        ui->advert->movie()->start();
-    }
-    repaint();
-    const Advert advert = provider->currentAdvert();
-    ui->advert->setCursor(advert.gid.isEmpty() && advert.url.isEmpty() ? Qt::ArrowCursor : Qt::PointingHandCursor);
-    ui->advert->setProperty("gid", advert.gid);
-    ui->advert->setProperty("url", advert.url);
+    AdvertBanner::show(this, ui->advert, advertType);
 }
 
 bool DrugBaseWidget::eventFilter(QObject* object, QEvent* event)
 {
-    // The cursor is the banner's state: the arrow means it leads nowhere.
-    if (event->type() != QEvent::MouseButtonPress || ui->advert->cursor().shape() == Qt::ArrowCursor)
-        return QWidget::eventFilter(object, event);
-    if (static_cast<QMouseEvent*>(event)->button() != Qt::LeftButton)
+    if (object == ui->advert && event->type() == QEvent::MouseButtonPress
+        && AdvertBanner::handlePress(ui->advert, static_cast<QMouseEvent*>(event)))
         return true;
-    const QString gid = ui->advert->property("gid").toString();
-    const QString url = ui->advert->property("url").toString();
-    if (!gid.isEmpty()) {
-        const Drug drug = DrugDatabase::firstDrugOfGroup(gid);
-        if (!drug.gid.isEmpty())
-            DrugViewModel::instance()->addDrug(drug);
-        else
-            qDebug().noquote() << gid + QStringLiteral(" not found");
-    } else if (!url.isEmpty()) {
-        QDesktopServices::openUrl(QUrl(url, QUrl::TolerantMode));
-    }
-    return true;
+    return QWidget::eventFilter(object, event);
 }
 
 void DrugBaseWidget::showTab(const QString& name)

@@ -2,20 +2,17 @@
 #include "ui_recipewidget.h"
 
 #include "db/drugdatabase.h"
-#include "drugs/drugviewmodel.h"
 #include "mainwindow.h"
 #include "recipes/drugrecipeitem.h"
 #include "recipes/recipedrugitem.h"
 #include "recipes/recipegroupitem.h"
+#include "utils/advertbanner.h"
 #include "utils/statisticssender.h"
 
 #include <QBoxLayout>
 #include <QDebug>
-#include <QDesktopServices>
 #include <QListWidgetItem>
 #include <QMouseEvent>
-#include <QMovie>
-#include <QUrl>
 
 namespace {
 
@@ -195,51 +192,15 @@ void RecipeWidget::on_drugBaseButton_clicked()
 
 void RecipeWidget::changeAd(AdvertType advertType)
 {
-    qDebug() << "Changing ad";
-    ui->advert->clear();
-    if (advertType == NoAdvert) {
-        ui->advert->setPixmap(QPixmap(QStringLiteral(":/icons/banner_corvane")));
-        ui->advert->setCursor(Qt::ArrowCursor);
-        return;
-    }
-
-    AdvertProvider* provider = AdvertProvider::instance();
-    if (advertType == StaticAdvert) {
-        ui->advert->setPixmap(provider->currentPixmap());
-    } else {
-        ui->advert->setMovie(provider->currentMovie());
-        ui->advert->movie()->start();
-    }
-    repaint();
-
-    const Advert advert = provider->currentAdvert();
-    ui->advert->setCursor(advert.url.isEmpty() && advert.gid.isEmpty() ? Qt::ArrowCursor : Qt::PointingHandCursor);
-    ui->advert->setProperty("gid", advert.gid);
-    ui->advert->setProperty("url", advert.url);
+    AdvertBanner::show(this, ui->advert, advertType);
 }
 
 bool RecipeWidget::eventFilter(QObject* watched, QEvent* event)
 {
     if (watched == ui->recipeDrugs->viewport() && event->type() == QEvent::Resize)
         fitRowHeights(ui->recipeDrugs);
-    // The cursor is the banner's state: an arrow means it leads nowhere.
-    if (watched != ui->advert || event->type() != QEvent::MouseButtonPress
-        || ui->advert->cursor().shape() == Qt::ArrowCursor)
-        return QWidget::eventFilter(watched, event);
-    if (static_cast<QMouseEvent*>(event)->button() != Qt::LeftButton)
+    if (watched == ui->advert && event->type() == QEvent::MouseButtonPress
+        && AdvertBanner::handlePress(ui->advert, static_cast<QMouseEvent*>(event)))
         return true;
-
-    const QString gid = ui->advert->property("gid").toString();
-    const QString url = ui->advert->property("url").toString();
-    if (!gid.isEmpty()) {
-        // The drug joins the selection; the user stays on the recipes page.
-        const Drug drug = DrugDatabase::firstDrugOfGroup(gid);
-        if (!drug.gid.isEmpty())
-            DrugViewModel::instance()->addDrug(drug);
-        else
-            qDebug().noquote() << gid + QStringLiteral(" not found");
-    } else if (!url.isEmpty()) {
-        QDesktopServices::openUrl(QUrl(url, QUrl::TolerantMode));
-    }
-    return true;
+    return QWidget::eventFilter(watched, event);
 }
