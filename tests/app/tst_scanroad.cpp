@@ -1,6 +1,3 @@
-#include "appdir.h"
-#include "buildconfig.h"
-#include "db/drugdatabase.h"
 #include "drugs/drugviewmodel.h"
 #include "drugs/searchlistitem.h"
 #include "mainwindow.h"
@@ -9,7 +6,6 @@
 #include "utils/keyboardreader.h"
 
 #include <QApplication>
-#include <QFile>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QProcess>
@@ -34,19 +30,119 @@ class tst_ScanRoad : public QObject {
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void scanWhileAnotherProgramHasTheFocus();
-    void shortOrUnknownCodeChangesNothing();
-    void scanIntoOurSearchLineIsTakenOut();
-    void twoReadingsInOneTurn();
-    void cleanupTestCase();
+    void initTestCase()
+    {
+        if (qgetenv("DISPLAY").isEmpty() || QGuiApplication::platformName() != QLatin1String("xcb"))
+            QSKIP("Needs an X server (run under xvfb-run).");
+        if (QStandardPaths::findExecutable(QStringLiteral("xdotool")).isEmpty())
+            QSKIP("Needs xdotool.");
+        QVERIFY(window = TestSupport::demoWindow(dir.path(), simulator));
+
+        // Another program with a line edit that has the focus.
+        foreign.start(QCoreApplication::applicationFilePath(), { QStringLiteral("--foreign-window") });
+        QVERIFY(foreign.waitForStarted());
+        QTRY_VERIFY_WITH_TIMEOUT((foreignOutput += foreign.readAllStandardOutput()).contains("READY "), 20000);
+        const QByteArray ready = foreignOutput.mid(foreignOutput.indexOf("READY ") + 6).split('\n').first();
+        QVERIFY(xdotool({"windowfocus", "--sync", QString::fromLatin1(ready)}));
+    }
+
+    void scanWhileAnotherProgramHasTheFocus()
+    {
+        // The main window is hidden in the tray.
+        QVERIFY(window->isHidden());
+        auto* tabs = window->findChild<QTabWidget*>(QStringLiteral("tabWidget"));
+        tabs->setCurrentIndex(1);
+
+        QVERIFY(scan(ean));
+
+        QTRY_COMPARE_WITH_TIMEOUT(selectedCount(), 1, 10000);
+        QCOMPARE(DrugViewModel::instance()->selectedDrug()->vid, vid);
+        QTRY_COMPARE(tabs->currentWidget()->objectName(), QStringLiteral("Informacje_tab"));
+        // The reader only listens: the digits went on to the program with the focus.
+        QTRY_COMPARE(foreignText(), ean);
+        // The window stays in the tray until the user asks for it.
+        QVERIFY(window->isHidden());
+    }
+
+    void shortOrUnknownCodeChangesNothing()
+    {
+        const int before = selectedCount();
+        QVERIFY(scan(ean.left(12)));
+        QVERIFY(xdotool({"key", "Return"}));
+        // The demo's codes of a package whose group is missing from g, and of no package at all.
+        for (const QString& code : {QStringLiteral("5909990001101"), QStringLiteral("5909990001118")})
+            QVERIFY(scan(code));
+        QTRY_VERIFY(foreignText().endsWith(QLatin1String("5909990001118")));
+        QTest::qWait(300);
+        QCOMPARE(selectedCount(), before);
+    }
+
+    void scanIntoOurSearchLineIsTakenOut()
+    {
+        window->showNormal();
+        QVERIFY(QTest::qWaitForWindowExposed(window.get()));
+        QVERIFY(xdotool({"windowfocus", "--sync", QString::number(window->winId())}));
+        auto* search = window->findChild<QLineEdit*>(QStringLiteral("searchLineEdit"));
+        search->setFocus(Qt::OtherFocusReason);
+        QTRY_COMPARE(QApplication::focusWidget(), search);
+        const int before = selectedCount();
+
+        QVERIFY(scan(ean));
+
+        QTRY_COMPARE_WITH_TIMEOUT(selectedCount(), before + 1, 10000);
+        QTRY_COMPARE(search->text(), QString());
+    }
+
+    void twoReadingsInOneTurn()
+    {
+        // Regression: one batch of recorded keys can hold two whole scans; both
+        // drugs must come, newest on top, with each row showing its model's drug.
+        const int before = selectedCount();
+        emit KeyboardReader::instance()->newReading(QStringLiteral("5909990000142"));
+        emit KeyboardReader::instance()->newReading(QStringLiteral("5909990000203"));
+
+        auto* list = window->findChild<QListWidget*>(QStringLiteral("selectedDrugs"));
+        QTRY_COMPARE(selectedCount(), before + 2);
+        DrugViewModel* model = DrugViewModel::instance();
+        QCOMPARE(model->drugAt(0)->vid, QStringLiteral("100010"));
+        QCOMPARE(model->drugAt(1)->vid, QStringLiteral("100005"));
+        for (int row = 0; row < list->count(); ++row) {
+            auto* item = qobject_cast<SearchListItem*>(list->itemWidget(list->item(row)));
+            QCOMPARE(item->getDrug().vid, model->drugAt(row)->vid);
+        }
+    }
+
+    void cleanupTestCase()
+    {
+        if (foreign.state() != QProcess::NotRunning) {
+            foreign.kill();
+            foreign.waitForFinished(5000);
+        }
+        window.reset();
+    }
 
 private:
-    static bool xdotool(const QStringList& arguments);
+    static bool xdotool(const QStringList& arguments)
+    {
+        QProcess process;
+        process.start(QStringLiteral("xdotool"), arguments);
+        return process.waitForFinished(30000) && process.exitCode() == 0;
+    }
     // Types `code` as fast as a scanner does.
     static bool scan(const QString& code) { return xdotool({"type", "--delay", "20", code}); }
-    QString foreignText();
-    int selectedCount() const;
+
+    QString foreignText()
+    {
+        // The other program writes "TEXT <text>" at every change; the last one counts.
+        foreignOutput += foreign.readAllStandardOutput();
+        const int start = foreignOutput.lastIndexOf("\nTEXT ");
+        return start < 0 ? QString() : QString::fromUtf8(foreignOutput.mid(start + 6).split('\n').first());
+    }
+
+    int selectedCount() const
+    {
+        return window->findChild<QListWidget*>(QStringLiteral("selectedDrugs"))->count();
+    }
 
     QTemporaryDir dir;
     Simulator simulator;
@@ -54,127 +150,6 @@ private:
     QProcess foreign;
     QByteArray foreignOutput;
 };
-
-bool tst_ScanRoad::xdotool(const QStringList& arguments)
-{
-    QProcess process;
-    process.start(QStringLiteral("xdotool"), arguments);
-    return process.waitForFinished(30000) && process.exitCode() == 0;
-}
-
-QString tst_ScanRoad::foreignText()
-{
-    // The other program writes "TEXT <text>" at every change; the last one counts.
-    foreignOutput += foreign.readAllStandardOutput();
-    const int start = foreignOutput.lastIndexOf("\nTEXT ");
-    return start < 0 ? QString() : QString::fromUtf8(foreignOutput.mid(start + 6).split('\n').first());
-}
-
-int tst_ScanRoad::selectedCount() const
-{
-    return window->findChild<QListWidget*>(QStringLiteral("selectedDrugs"))->count();
-}
-
-void tst_ScanRoad::initTestCase()
-{
-    if (qgetenv("DISPLAY").isEmpty() || QGuiApplication::platformName() != QLatin1String("xcb"))
-        QSKIP("Needs an X server (run under xvfb-run).");
-    if (QStandardPaths::findExecutable(QStringLiteral("xdotool")).isEmpty())
-        QSKIP("Needs xdotool.");
-    QStandardPaths::setTestModeEnabled(true);
-
-    QVERIFY(dir.isValid());
-    QVERIFY(TestSupport::useDemoDatabase(dir.path()));
-
-    // The scanner is wired once the start-up checks find the program and the database current.
-    QVERIFY(simulator.startOfferingCurrent(DrugDatabase::dataVersion()));
-    window = std::make_unique<MainWindow>(nullptr);
-    QVERIFY(simulator.waitForStartupChecks());
-
-    // Another program with a line edit that has the focus.
-    foreign.start(QCoreApplication::applicationFilePath(), { QStringLiteral("--foreign-window") });
-    QVERIFY(foreign.waitForStarted());
-    QTRY_VERIFY_WITH_TIMEOUT((foreignOutput += foreign.readAllStandardOutput()).contains("READY "), 20000);
-    const QByteArray ready = foreignOutput.mid(foreignOutput.indexOf("READY ") + 6).split('\n').first();
-    QVERIFY(xdotool({"windowfocus", "--sync", QString::fromLatin1(ready)}));
-}
-
-void tst_ScanRoad::scanWhileAnotherProgramHasTheFocus()
-{
-    // The main window is hidden in the tray.
-    QVERIFY(window->isHidden());
-    auto* tabs = window->findChild<QTabWidget*>(QStringLiteral("tabWidget"));
-    tabs->setCurrentIndex(1);
-
-    QVERIFY(scan(ean));
-
-    QTRY_COMPARE_WITH_TIMEOUT(selectedCount(), 1, 10000);
-    QCOMPARE(DrugViewModel::instance()->selectedDrug()->vid, vid);
-    QTRY_COMPARE(tabs->currentWidget()->objectName(), QStringLiteral("Informacje_tab"));
-    // The reader only listens: the digits went on to the program with the focus.
-    QTRY_COMPARE(foreignText(), ean);
-    // The window stays in the tray until the user asks for it.
-    QVERIFY(window->isHidden());
-}
-
-void tst_ScanRoad::shortOrUnknownCodeChangesNothing()
-{
-    const int before = selectedCount();
-    QVERIFY(scan(ean.left(12)));
-    QVERIFY(xdotool({"key", "Return"}));
-    // The demo's codes of a package whose group is missing from g, and of no package at all.
-    for (const QString& code : {QStringLiteral("5909990001101"), QStringLiteral("5909990001118")})
-        QVERIFY(scan(code));
-    QTRY_VERIFY(foreignText().endsWith(QLatin1String("5909990001118")));
-    QTest::qWait(300);
-    QCOMPARE(selectedCount(), before);
-}
-
-void tst_ScanRoad::scanIntoOurSearchLineIsTakenOut()
-{
-    window->showNormal();
-    QVERIFY(QTest::qWaitForWindowExposed(window.get()));
-    QVERIFY(xdotool({"windowfocus", "--sync", QString::number(window->winId())}));
-    auto* search = window->findChild<QLineEdit*>(QStringLiteral("searchLineEdit"));
-    search->setFocus(Qt::OtherFocusReason);
-    QTRY_COMPARE(QApplication::focusWidget(), search);
-    const int before = selectedCount();
-
-    QVERIFY(scan(ean));
-
-    QTRY_COMPARE_WITH_TIMEOUT(selectedCount(), before + 1, 10000);
-    QTRY_COMPARE(search->text(), QString());
-}
-
-void tst_ScanRoad::twoReadingsInOneTurn()
-{
-    // Regression: one batch of recorded keys can hold two whole scans; both
-    // drugs must come, newest on top, with each row showing its model's drug.
-    const int before = selectedCount();
-    emit KeyboardReader::instance()->newReading(QStringLiteral("5909990000142"));
-    emit KeyboardReader::instance()->newReading(QStringLiteral("5909990000203"));
-
-    auto* list = window->findChild<QListWidget*>(QStringLiteral("selectedDrugs"));
-    QTRY_COMPARE(selectedCount(), before + 2);
-    DrugViewModel* model = DrugViewModel::instance();
-    QCOMPARE(model->drugAt(0)->vid, QStringLiteral("100010"));
-    QCOMPARE(model->drugAt(1)->vid, QStringLiteral("100005"));
-    for (int row = 0; row < list->count(); ++row) {
-        auto* item = qobject_cast<SearchListItem*>(list->itemWidget(list->item(row)));
-        QCOMPARE(item->getDrug().vid, model->drugAt(row)->vid);
-    }
-    emit list->clicked(list->model()->index(1, 0));
-    QCOMPARE(model->selectedDrug()->vid, QStringLiteral("100005"));
-}
-
-void tst_ScanRoad::cleanupTestCase()
-{
-    if (foreign.state() != QProcess::NotRunning) {
-        foreign.kill();
-        foreign.waitForFinished(5000);
-    }
-    window.reset();
-}
 
 // The "other program": a window with a line edit that reports what it receives.
 static int runForeignWindow(int argc, char* argv[])

@@ -1,5 +1,4 @@
 #include "bubblebox.h"
-#include "db/drugdatabase.h"
 #include "drugs/collapsiblesection.h"
 #include "mainwindow.h"
 #include "settings/shortcutsettingswindow.h"
@@ -10,7 +9,6 @@
 
 #include <QApplication>
 #include <QJsonDocument>
-#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QProcess>
@@ -28,7 +26,58 @@ class TestShortcutRoad : public QObject {
     Q_OBJECT
 
 private slots:
-    void scanThenChord();
+    void scanThenChord()
+    {
+        if (qgetenv("DISPLAY").isEmpty() || QStandardPaths::findExecutable(QStringLiteral("xdotool")).isEmpty())
+            QSKIP("Needs an X server (run under xvfb-run) and xdotool.");
+        // Seen already: the shortcuts window must not open over the test.
+        QSettings().clear();
+        QSettings().setValue(QStringLiteral("seen_shortcuts_page"), true);
+        delete new ShortcutSettingsWindow(nullptr);
+        QTemporaryDir dir;
+        Simulator simulator;
+        const auto owned = TestSupport::demoWindow(dir.path(), simulator);
+        QVERIFY(owned);
+        MainWindow& window = *owned;
+        QTRY_VERIFY(KeyboardReader::instance()->findChild<X11KeySource*>()->isRecording());
+
+        QProcess foreign;
+        foreign.start(QCoreApplication::applicationFilePath(), {QStringLiteral("--foreign-window")});
+        QVERIFY(foreign.waitForReadyRead(20000));
+        const QString foreignId = QString::fromLatin1(foreign.readLine()).trimmed();
+        QCOMPARE(xdotool({"windowfocus", "--sync", foreignId}), QString());
+
+        // Paracetamol Demofarm, with all eighteen sections.
+        QCOMPARE(xdotool({"type", "--delay", "20", "5909990000012"}), QString());
+        BubbleBox* box = nullptr;
+        for (QWidget* widget : QApplication::topLevelWidgets())
+            box = box ? box : qobject_cast<BubbleBox*>(widget);
+        QTRY_VERIFY_WITH_TIMEOUT(box->isVisible(), 10000);
+        QCOMPARE(box->findChild<QListWidget*>()->count(), 18);
+        QTest::qWait(300);
+        QCOMPARE(xdotool({"getwindowfocus"}), foreignId);
+        QVERIFY(window.isHidden());
+
+        // Let go of D before Ctrl, as a person does.
+        QVERIFY(simulator.reset());
+        QCOMPARE(xdotool({"keydown", "ctrl", "key", "d", "keyup", "ctrl"}), QString());
+        auto* tabs = window.findChild<QTabWidget*>(QStringLiteral("tabWidget"));
+        QTRY_COMPARE_WITH_TIMEOUT(tabs->currentWidget()->objectName(), QStringLiteral("Sekcje_opisowe_tab"), 10000);
+        QStringList open;
+        for (CollapsibleSection* section : window.findChildren<CollapsibleSection*>()) {
+            if (section->isExpanded())
+                open << section->title();
+        }
+        QCOMPARE(open, QStringList{QStringLiteral("Dawkowanie")});
+        QTRY_COMPARE(xdotool({"getwindowfocus"}), QString::number(window.winId()));
+        QVERIFY(!box->isVisible());
+        // The record's keys come sorted; opening the section makes a click record of its own.
+        const QString path = QStringLiteral("/desktop/usage/click.php");
+        QTRY_VERIFY(QJsonDocument(simulator.records(path)).toJson().contains(
+            R"(\"type\":\"shortcut\",\"vid\":\"100001\",\"window\":\"Dawkowanie\")"));
+        foreign.kill();
+        foreign.waitForFinished(5000);
+    }
 
 private:
     static QString xdotool(const QStringList& arguments)
@@ -40,62 +89,6 @@ private:
                                        : QStringLiteral("failed");
     }
 };
-
-void TestShortcutRoad::scanThenChord()
-{
-    if (qgetenv("DISPLAY").isEmpty() || QStandardPaths::findExecutable(QStringLiteral("xdotool")).isEmpty())
-        QSKIP("Needs an X server (run under xvfb-run) and xdotool.");
-    // Seen already: the shortcuts window must not open over the test.
-    QSettings().clear();
-    QSettings().setValue(QStringLiteral("seen_shortcuts_page"), true);
-    delete new ShortcutSettingsWindow(nullptr);
-    QTemporaryDir dir;
-    QVERIFY(TestSupport::useDemoDatabase(dir.path()));
-    Simulator simulator;
-    QVERIFY(simulator.startOfferingCurrent(DrugDatabase::dataVersion()));
-    MainWindow window(nullptr);
-    // The last pass of the checks wires the inputs, then names the version.
-    QTRY_VERIFY_WITH_TIMEOUT(!window.findChild<QLabel*>(QStringLiteral("version"))->text().isEmpty(), 20000);
-    QTRY_VERIFY(KeyboardReader::instance()->findChild<X11KeySource*>()->isRecording());
-
-    QProcess foreign;
-    foreign.start(QCoreApplication::applicationFilePath(), {QStringLiteral("--foreign-window")});
-    QVERIFY(foreign.waitForReadyRead(20000));
-    const QString foreignId = QString::fromLatin1(foreign.readLine()).trimmed();
-    QCOMPARE(xdotool({"windowfocus", "--sync", foreignId}), QString());
-
-    // Paracetamol Demofarm, with all eighteen sections.
-    QCOMPARE(xdotool({"type", "--delay", "20", "5909990000012"}), QString());
-    BubbleBox* box = nullptr;
-    for (QWidget* widget : QApplication::topLevelWidgets())
-        box = box ? box : qobject_cast<BubbleBox*>(widget);
-    QTRY_VERIFY_WITH_TIMEOUT(box->isVisible(), 10000);
-    QCOMPARE(box->findChild<QListWidget*>()->count(), 18);
-    QTest::qWait(300);
-    QCOMPARE(xdotool({"getwindowfocus"}), foreignId);
-    QVERIFY(window.isHidden());
-
-    // Let go of D before Ctrl, as a person does.
-    simulator.reset();
-    QCOMPARE(xdotool({"keydown", "ctrl", "key", "d", "keyup", "ctrl"}), QString());
-    auto* tabs = window.findChild<QTabWidget*>(QStringLiteral("tabWidget"));
-    QTRY_COMPARE_WITH_TIMEOUT(tabs->currentWidget()->objectName(), QStringLiteral("Sekcje_opisowe_tab"), 10000);
-    QStringList open;
-    for (CollapsibleSection* section : window.findChildren<CollapsibleSection*>()) {
-        if (section->isExpanded())
-            open << section->title();
-    }
-    QCOMPARE(open, QStringList{QStringLiteral("Dawkowanie")});
-    QTRY_COMPARE(xdotool({"getwindowfocus"}), QString::number(window.winId()));
-    QVERIFY(!box->isVisible());
-    // The shortcut counts once; opening the section makes a click of its own.
-    // The record's keys come sorted; opening the section makes a click record of its own.
-    const QString path = QStringLiteral("/desktop/usage/click.php");
-    QTRY_VERIFY(QJsonDocument(simulator.records(path)).toJson().contains(
-        R"(\"type\":\"shortcut\",\"vid\":\"100001\",\"window\":\"Dawkowanie\")"));
-    foreign.kill();
-    foreign.waitForFinished(5000);
-}
 
 int main(int argc, char* argv[])
 {

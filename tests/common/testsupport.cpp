@@ -2,6 +2,8 @@
 
 #include "appdir.h"
 #include "db/drugdatabase.h"
+#include "mainwindow.h"
+#include "simulator.h"
 
 #include <QDebug>
 #include <QDir>
@@ -10,6 +12,7 @@
 #include <QSqlDatabase>
 #include <QSqlError>
 #include <QSqlQuery>
+#include <QStandardPaths>
 
 namespace TestSupport {
 
@@ -20,6 +23,15 @@ bool useDemoDatabase(const QString& dir)
     const QString copy = QDir(dir).filePath(DrugDatabase::drugDatabaseName);
     QFile::remove(copy);
     return QFile::copy(QStringLiteral(QUILLARD_BINARY_DIR "/bin/") + DrugDatabase::drugDatabaseName, copy);
+}
+
+std::unique_ptr<MainWindow> demoWindow(const QString& dir, Simulator& simulator)
+{
+    QStandardPaths::setTestModeEnabled(true);
+    if (!useDemoDatabase(dir) || !simulator.startOfferingCurrent(DrugDatabase::dataVersion()))
+        return nullptr;
+    auto window = std::make_unique<MainWindow>(nullptr);
+    return simulator.waitForStartupChecks() ? std::move(window) : nullptr;
 }
 
 QString drugSchema()

@@ -2,6 +2,11 @@
 
 #include <QString>
 
+#include <memory>
+
+class MainWindow;
+class Simulator;
+
 // Helpers shared by the tests.
 namespace TestSupport {
 
@@ -14,5 +19,10 @@ QString drugSchema();
 
 // Makes `dir` the program folder, with a fresh copy of the build's demo database.
 bool useDemoDatabase(const QString& dir);
+
+// A main window over a fresh copy of the demo database in `dir`, with the
+// simulator offering that base as current on the build's port; returned once its
+// start-up checks are over (which wire the scanner), null if they never end.
+std::unique_ptr<MainWindow> demoWindow(const QString& dir, Simulator& simulator);
 
 } // namespace TestSupport

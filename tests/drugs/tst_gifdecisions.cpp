@@ -1,5 +1,3 @@
-#include "appdir.h"
-#include "buildconfig.h"
 #include "db/drugdatabase.h"
 #include "drugs/drugbasewidget.h"
 #include "drugs/drugviewmodel.h"
@@ -17,7 +15,6 @@
 #include <QPrinter>
 #include <QPushButton>
 #include <QScreen>
-#include <QStandardPaths>
 #include <QStatusBar>
 #include <QTabWidget>
 #include <QTemporaryDir>
@@ -32,11 +29,106 @@ class tst_GifDecisions : public QObject {
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void cleanup();
-    void tabFollowsTheSelectedDrug();
-    void scanStacksBubblesThatCloseTogether();
-    void failedDocumentGivesAlert();
+    void initTestCase()
+    {
+        QVERIFY(window = TestSupport::demoWindow(dir.path(), simulator));
+        page = window->findChild<DrugBaseWidget*>();
+        tabs = window->findChild<QTabWidget*>(QStringLiteral("tabWidget"));
+        gifTab = window->findChild<QWidget*>(QStringLiteral("GIF_tab"));
+    }
+
+    void cleanup()
+    {
+        for (GifBubble* bubble : bubbles())
+            bubble->Hide();
+        // No download of one test may end in the next.
+        QTRY_VERIFY_WITH_TIMEOUT(inFlight().isEmpty(), 20000);
+        QVERIFY(simulator.reset());
+    }
+
+    void tabFollowsTheSelectedDrug()
+    {
+        select(QStringLiteral("100050"));
+        QStringList dates;
+        for (GifListItem* item : window->findChildren<GifListItem*>())
+            dates << item->text();
+        QCOMPARE(dates, QStringList({ "2025-02-11", "2025-01-20", "2023-09-05" }));
+        // The newest document comes at once; its path has back-slashes.
+        QTRY_VERIFY_WITH_TIMEOUT(shows("decyzja_41"), 20000);
+
+        // Regression: the downloader went with its signal while the viewer still
+        // read pages through it, so printing read a freed source.
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QPrinter printer(QPrinter::HighResolution);
+        printer.setOutputFormat(QPrinter::PdfFormat);
+        printer.setOutputFileName(dir.filePath(QStringLiteral("printed.pdf")));
+        viewer()->print(&printer);
+        QVERIFY(QFileInfo(printer.outputFileName()).size() > 20000); // the page, not a blank sheet
+
+        QTest::mouseClick(window->findChildren<GifListItem*>().at(1), Qt::LeftButton);
+        QTRY_VERIFY_WITH_TIMEOUT(shows("decyzja_17"), 20000);
+
+        select(QStringLiteral("100005"));
+        QCOMPARE(tabs->indexOf(gifTab), -1);
+        QVERIFY(window->findChildren<GifListItem*>().isEmpty() && !viewer());
+
+        // The tab comes back at the end, before the substitutes that follow it.
+        select(QStringLiteral("100001"));
+        QCOMPARE(tabs->tabText(tabs->count() - 2), QStringLiteral("Decyzje GIF"));
+        QCOMPARE(tabs->widget(tabs->count() - 2), gifTab);
+    }
+
+    void scanStacksBubblesThatCloseTogether()
+    {
+        window->hide();
+        window->onNewReading(QStringLiteral("5909990000609"));
+        QCoreApplication::processEvents();
+        const QList<GifBubble*> shown = bubbles();
+        QCOMPARE(shown.size(), 3);
+        // The newest on top; descriptions stored in capitals show with one capital first.
+        const QStringList texts = { "Decyzja uchylająca wstrzymanie w obrocie serii produktu leczniczego",
+                                    "Decyzja o wstrzymaniu w obrocie na terenie całego kraju serii produktu leczniczego",
+                                    "Decyzja o wycofaniu z obrotu na terenie całego kraju serii produktu leczniczego" };
+        const QRect screen = QGuiApplication::primaryScreen()->geometry();
+        for (int n = 0; n < 3; ++n) {
+            const int i = 3 - n;
+            QCOMPARE(shown.at(n)->pos(), QPoint(screen.right() - screen.left() - 336,
+                                                screen.bottom() - screen.top() + 1 - 85 * i - 20));
+            QCOMPARE(shown.at(n)->findChild<QPushButton*>()->text().simplified(), texts.at(n));
+        }
+
+        auto* timer = shown.first()->findChild<QTimer*>();
+        QVERIFY(timer->isActive());
+        QEvent enter(QEvent::Enter);
+        QApplication::sendEvent(shown.first(), &enter);
+        QVERIFY(!timer->isActive());
+
+        // The scan's own document first, so that it can't land after the click's.
+        QTRY_VERIFY_WITH_TIMEOUT(viewer(), 20000);
+        QList<QPointer<GifBubble>> guards(shown.begin(), shown.end());
+        // The middle one: the decision of 2025-01-20, a path with back-slashes.
+        QTest::mouseClick(shown.at(1)->findChild<QPushButton*>(), Qt::LeftButton);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QCOMPARE(guards, QList<QPointer<GifBubble>>({ nullptr, nullptr, nullptr }));
+        QVERIFY(window->isVisible());
+        QCOMPARE(tabs->currentWidget(), gifTab);
+        QTRY_VERIFY_WITH_TIMEOUT(shows("decyzja_17"), 20000);
+
+        window->onNewReading(QStringLiteral("5909990000609"));
+        emit KeyboardReader::instance()->escape();
+        QVERIFY(bubbles().isEmpty());
+    }
+
+    void failedDocumentGivesAlert()
+    {
+        QVERIFY(simulator.setFault(QStringLiteral("/images/*"), QStringLiteral("404")));
+        select(QStringLiteral("100020"));
+        auto* statusBar = window->findChild<QStatusBar*>();
+        QTRY_COMPARE_WITH_TIMEOUT(statusBar->currentMessage(),
+                                  QStringLiteral("Wystąpił błąd podczas pobierania decyzji GIF!"), 20000);
+        QVERIFY(statusBar->styleSheet().contains(QStringLiteral("#e3502a")));
+        QVERIFY(!viewer()); // and cleanup() finds the failed download gone
+    }
 
 private:
     void select(const QString& vid)
@@ -61,7 +153,18 @@ private:
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         return page->findChildren<PDFDownloader*>(QString(), Qt::FindDirectChildrenOnly);
     }
-    static QList<GifBubble*> bubbles(); // those shown, top first
+
+    // those shown, top first
+    static QList<GifBubble*> bubbles()
+    {
+        QList<GifBubble*> shown;
+        for (QWidget* widget : QApplication::topLevelWidgets()) {
+            if (auto* bubble = qobject_cast<GifBubble*>(widget); bubble && bubble->isVisible())
+                shown << bubble;
+        }
+        std::sort(shown.begin(), shown.end(), [](GifBubble* a, GifBubble* b) { return a->y() < b->y(); });
+        return shown;
+    }
 
     QTemporaryDir dir;
     Simulator simulator;
@@ -70,122 +173,6 @@ private:
     QTabWidget* tabs = nullptr;
     QWidget* gifTab = nullptr;
 };
-
-void tst_GifDecisions::initTestCase()
-{
-    QStandardPaths::setTestModeEnabled(true);
-    QVERIFY(TestSupport::useDemoDatabase(dir.path()));
-    QVERIFY(simulator.startOfferingCurrent(DrugDatabase::dataVersion()));
-    window = std::make_unique<MainWindow>(nullptr);
-    QVERIFY(simulator.waitForStartupChecks());
-    page = window->findChild<DrugBaseWidget*>();
-    tabs = window->findChild<QTabWidget*>(QStringLiteral("tabWidget"));
-    gifTab = window->findChild<QWidget*>(QStringLiteral("GIF_tab"));
-}
-
-void tst_GifDecisions::cleanup()
-{
-    for (GifBubble* bubble : bubbles())
-        bubble->Hide();
-    // No download of one test may end in the next.
-    QTRY_VERIFY_WITH_TIMEOUT(inFlight().isEmpty(), 20000);
-    QVERIFY(simulator.reset());
-}
-
-QList<GifBubble*> tst_GifDecisions::bubbles()
-{
-    QList<GifBubble*> shown;
-    for (QWidget* widget : QApplication::topLevelWidgets()) {
-        if (auto* bubble = qobject_cast<GifBubble*>(widget); bubble && bubble->isVisible())
-            shown << bubble;
-    }
-    std::sort(shown.begin(), shown.end(), [](GifBubble* a, GifBubble* b) { return a->y() < b->y(); });
-    return shown;
-}
-
-void tst_GifDecisions::tabFollowsTheSelectedDrug()
-{
-    select(QStringLiteral("100050"));
-    QStringList dates;
-    for (GifListItem* item : window->findChildren<GifListItem*>())
-        dates << item->text();
-    QCOMPARE(dates, QStringList({ "2025-02-11", "2025-01-20", "2023-09-05" }));
-    // The newest document comes at once; its path has back-slashes.
-    QTRY_VERIFY_WITH_TIMEOUT(shows("decyzja_41"), 20000);
-
-    // Regression: the downloader went with its signal while the viewer still
-    // read pages through it, so printing read a freed source.
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    QPrinter printer(QPrinter::HighResolution);
-    printer.setOutputFormat(QPrinter::PdfFormat);
-    printer.setOutputFileName(dir.filePath(QStringLiteral("printed.pdf")));
-    viewer()->print(&printer);
-    QVERIFY(QFileInfo(printer.outputFileName()).size() > 20000); // the page, not a blank sheet
-
-    QTest::mouseClick(window->findChildren<GifListItem*>().at(1), Qt::LeftButton);
-    QTRY_VERIFY_WITH_TIMEOUT(shows("decyzja_17"), 20000);
-
-    select(QStringLiteral("100005"));
-    QCOMPARE(tabs->indexOf(gifTab), -1);
-    QVERIFY(window->findChildren<GifListItem*>().isEmpty() && !viewer());
-
-    // The tab comes back at the end, before the substitutes that follow it.
-    select(QStringLiteral("100001"));
-    QCOMPARE(tabs->tabText(tabs->count() - 2), QStringLiteral("Decyzje GIF"));
-    QCOMPARE(tabs->widget(tabs->count() - 2), gifTab);
-}
-
-void tst_GifDecisions::scanStacksBubblesThatCloseTogether()
-{
-    window->hide();
-    window->onNewReading(QStringLiteral("5909990000609"));
-    QCoreApplication::processEvents();
-    const QList<GifBubble*> shown = bubbles();
-    QCOMPARE(shown.size(), 3);
-    // The newest on top; descriptions stored in capitals show with one capital first.
-    const QStringList texts = { "Decyzja uchylająca wstrzymanie w obrocie serii produktu leczniczego",
-                                "Decyzja o wstrzymaniu w obrocie na terenie całego kraju serii produktu leczniczego",
-                                "Decyzja o wycofaniu z obrotu na terenie całego kraju serii produktu leczniczego" };
-    const QRect screen = QGuiApplication::primaryScreen()->geometry();
-    for (int n = 0; n < 3; ++n) {
-        const int i = 3 - n;
-        QCOMPARE(shown.at(n)->pos(), QPoint(screen.right() - screen.left() - 336,
-                                            screen.bottom() - screen.top() + 1 - 85 * i - 20));
-        QCOMPARE(shown.at(n)->findChild<QPushButton*>()->text().simplified(), texts.at(n));
-    }
-
-    auto* timer = shown.first()->findChild<QTimer*>();
-    QVERIFY(timer->isActive());
-    QEvent enter(QEvent::Enter);
-    QApplication::sendEvent(shown.first(), &enter);
-    QVERIFY(!timer->isActive());
-
-    // The scan's own document first, so that it can't land after the click's.
-    QTRY_VERIFY_WITH_TIMEOUT(viewer(), 20000);
-    QList<QPointer<GifBubble>> guards(shown.begin(), shown.end());
-    // The middle one: the decision of 2025-01-20, a path with back-slashes.
-    QTest::mouseClick(shown.at(1)->findChild<QPushButton*>(), Qt::LeftButton);
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    QCOMPARE(guards, QList<QPointer<GifBubble>>({ nullptr, nullptr, nullptr }));
-    QVERIFY(window->isVisible());
-    QCOMPARE(tabs->currentWidget(), gifTab);
-    QTRY_VERIFY_WITH_TIMEOUT(shows("decyzja_17"), 20000);
-
-    window->onNewReading(QStringLiteral("5909990000609"));
-    emit KeyboardReader::instance()->escape();
-    QVERIFY(bubbles().isEmpty());
-}
-
-void tst_GifDecisions::failedDocumentGivesAlert()
-{
-    QVERIFY(simulator.setFault(QStringLiteral("/images/*"), QStringLiteral("404")));
-    select(QStringLiteral("100020"));
-    auto* statusBar = window->findChild<QStatusBar*>();
-    QTRY_COMPARE_WITH_TIMEOUT(statusBar->currentMessage(),
-                              QStringLiteral("Wystąpił błąd podczas pobierania decyzji GIF!"), 20000);
-    QVERIFY(statusBar->styleSheet().contains(QStringLiteral("#e3502a")));
-    QVERIFY(!viewer()); // and cleanup() finds the failed download gone
-}
 
 QTEST_MAIN(tst_GifDecisions)
 #include "tst_gifdecisions.moc"
