@@ -1,6 +1,5 @@
 #include "appdir.h"
 #include "db/drugdatabase.h"
-#include "drugs/drugviewmodel.h"
 #include "mainwindow.h"
 #include "recipes/drugrecipeitem.h"
 #include "recipes/recipewidget.h"
@@ -20,8 +19,7 @@
 #include <memory>
 
 namespace {
-// "Maść borna" has three recipes, the second unnamed; group 2 holds a capital Ż;
-// the banner leads to drug group 700.
+// "Maść borna" has three recipes, the second unnamed; group 2 holds a capital Ż.
 const char* const fixtureSql = R"sql(
 INSERT INTO cfg VALUES ('data_version', '1700000000');
 INSERT INTO rec_group VALUES (1, 'Maści'), (2, 'Syropy');
@@ -32,10 +30,6 @@ INSERT INTO rec_recipe VALUES (100, 10, 'Maść borna 3%', 'Utrzeć', 'Na skór�
     (102, 10, 'Maść borna 5%', '', 'Na skórę', ''), (110, 11, 'A', '', '', ''), (120, 12, 'A', '', '', ''), (200, 20, 'A', '', '', '');
 INSERT INTO rec_connection VALUES (1, 100, 1, '3,0', '', 'subtilissime'), (2, 100, 2, 'ad 100,0', '', ''), (3, 101, 1, '5,0', '', ''),
     (4, 102, 1, '', '', ''), (5, 110, 3, '', '', ''), (6, 110, 2, '', '', ''), (7, 120, 3, '', '', ''), (8, 200, 1, '', '', '');
-INSERT INTO g VALUES (700, 'Acidum boricum');
-INSERT INTO v VALUES (7001, 'Borasol', 1, 700, 'płyn', '3%', '100 g', 'Corvane', '', '-1', '', '');
-INSERT INTO o VALUES (1, 'banner', 'iVBORw0KGgoAAAANSUhEUgAAAAEAAAABCAIAAACQd1PeAAAADElEQVR4nGP4z8AAAAMBAQDJ/pLvAAAAAElFTkSuQmCC');
-INSERT INTO gb VALUES (1, 700);
 )sql";
 
 QString shown(QWidget* row, const char* name)
@@ -55,12 +49,10 @@ private slots:
     void filter_data();
     void filter();
     void recipesNumberedWithEmptyBlocksLeftOut();
-    void bannerLeadsToItsDrug();
     void startUpReloadsAndButtonsSwitchPages();
 
 private:
     QListWidget* list(const char* name) const { return page->findChild<QListWidget*>(QLatin1String(name)); }
-    QStringList drugNames() const;
     QList<QJsonObject> records(const char* kind);
 
     QTemporaryDir dir;
@@ -84,14 +76,6 @@ void tst_RecipeWidget::init()
     page->show();
     // Its record is in before the test, so that it can't arrive in the next one.
     QTRY_VERIFY(!records("recipe_group").isEmpty());
-}
-
-QStringList tst_RecipeWidget::drugNames() const
-{
-    QStringList names;
-    for (int i = 0; i < list("recipeDrugs")->count(); ++i)
-        names << shown(list("recipeDrugs")->itemWidget(list("recipeDrugs")->item(i)), "name");
-    return names;
 }
 
 QList<QJsonObject> tst_RecipeWidget::records(const char* kind)
@@ -140,7 +124,10 @@ void tst_RecipeWidget::filter()
         page->findChild<QLineEdit*>(QStringLiteral("searchLineEdit"))->setText(text);
     if (thenGroupRow >= 0)
         list("recipeGroups")->setCurrentRow(thenGroupRow);
-    QTEST(drugNames(), "expected");
+    QStringList names;
+    for (int i = 0; i < list("recipeDrugs")->count(); ++i)
+        names << shown(list("recipeDrugs")->itemWidget(list("recipeDrugs")->item(i)), "name");
+    QTEST(names, "expected");
 }
 
 void tst_RecipeWidget::recipesNumberedWithEmptyBlocksLeftOut()
@@ -166,14 +153,6 @@ void tst_RecipeWidget::recipesNumberedWithEmptyBlocksLeftOut()
                                    "2 - frame_2 realization Acidum boricum/-/5,0",
                                    "3 Maść borna 5% frame_2 useFrame Acidum boricum/-/-"}));
     QTRY_COMPARE(records("recipe_drug").value(0)[QStringLiteral("drug_id")], QJsonValue(10));
-}
-
-void tst_RecipeWidget::bannerLeadsToItsDrug()
-{
-    AdvertProvider::instance()->changeAd();
-    QTest::mouseClick(page->findChild<QLabel*>(QStringLiteral("advert")), Qt::LeftButton);
-    QCOMPARE(DrugViewModel::instance()->drugCount(), 1);
-    QCOMPARE(DrugViewModel::instance()->firstDrug()->vid, QStringLiteral("7001"));
 }
 
 void tst_RecipeWidget::startUpReloadsAndButtonsSwitchPages()
