@@ -27,197 +27,173 @@ class tst_DrugBaseWidget : public QObject {
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void init();
-    void cleanup();
+    void initTestCase()
+    {
+        QStandardPaths::setTestModeEnabled(true);
+        setProgramDir(dir.path());
+        QVERIFY(PageFixture::createDatabase(dir.path()));
+        DrugSubstituteViewModel::instance();
+        DrugSubstituteViewModel::connectToDrugViewModel();
+    }
 
-    void pictureAndPanesFollowTheList();
-    void clickOnRowMovesHighlight();
-    void versionsListedInReverseAndClickAddsRow();
-    void showTab_data();
-    void showTab();
-    void substitutesTabFollowsDrugAndClickAddsIt();
+    void init()
+    {
+        page = std::make_unique<DrugBaseWidget>();
+        page->resize(1100, 700);
+        page->show();
+        QVERIFY(QTest::qWaitForWindowExposed(page.get()));
+        selectedDrugs = list("selectedDrugs");
+        tabs = page->findChild<QTabWidget*>(QStringLiteral("tabWidget"));
+    }
+
+    void cleanup()
+    {
+        DrugViewModel::instance()->clearDrugs();
+        page.reset();
+        // Signals queued for the page die with it.
+        QCoreApplication::processEvents();
+    }
+
+    void pictureAndPanesFollowTheList()
+    {
+        auto* picture = page->findChild<QLabel*>(QStringLiteral("lookForDrugsImage"));
+        QVERIFY(add(QStringLiteral("11")));
+        QVERIFY(picture->isHidden());
+        QCOMPARE(nameStyles(selectedDrugs), QStringList { selectedStyle });
+        QCOMPARE(shownPanes(), paneNames.size());
+
+        QVERIFY(add(QStringLiteral("12")));
+        QVERIFY(add(QStringLiteral("13")));
+        QTest::mouseClick(page->findChild<QPushButton*>(QStringLiteral("clearDrugs")), Qt::LeftButton);
+
+        // The list goes at once; the panes follow the queued selection change.
+        QCOMPARE(selectedDrugs->count(), 0);
+        QVERIFY(!picture->isHidden());
+        QTRY_COMPARE(shownPanes(), 0);
+
+        // The model still counts from its old selection, so previous points past the single row.
+        QSignalSpy changed(DrugViewModel::instance(), &DrugViewModel::selectedDrugChanged);
+        QVERIFY(add(QStringLiteral("31")));
+        QCOMPARE(QList<QVariantList>(changed), QList<QVariantList> { { 1 } });
+        QCOMPARE(nameStyles(selectedDrugs), QStringList { selectedStyle });
+        QCOMPARE(shownPanes(), paneNames.size());
+    }
+
+    void clickOnRowMovesHighlight()
+    {
+        QVERIFY(add(QStringLiteral("31")));
+        QVERIFY(add(QStringLiteral("11")));
+        QVERIFY(add(QStringLiteral("13")));
+        QSignalSpy changed(DrugViewModel::instance(), &DrugViewModel::selectedDrugChanged);
+        QTest::mouseClick(selectedDrugs->viewport(), Qt::LeftButton, Qt::NoModifier,
+                          selectedDrugs->visualItemRect(selectedDrugs->item(2)).center());
+        QCOMPARE(QList<QVariantList>(changed), QList<QVariantList> { { 0 } });
+        QTRY_COMPARE(nameStyles(selectedDrugs), (QStringList { restingStyle, restingStyle, selectedStyle }));
+        QCOMPARE(DrugViewModel::instance()->selectedDrug()->vid, QStringLiteral("31"));
+    }
+
+    void versionsListedInReverseAndClickAddsRow()
+    {
+        QVERIFY(add(QStringLiteral("12")));
+        QListWidget* versions = list("drugVersionsList");
+
+        // The database gives 12, 13, 11.
+        QCOMPARE(rowVids(versions), (QStringList { "11", "13", "12" }));
+        QCOMPARE(nameStyles(versions), (QStringList { restingStyle, restingStyle, selectedStyle }));
+
+        tabs->setCurrentWidget(page->findChild<QWidget*>(QStringLiteral("drugVersionTab")));
+        QTest::mouseClick(versions->viewport(), Qt::LeftButton, Qt::NoModifier,
+                          versions->visualItemRect(versions->item(1)).center());
+        QTRY_COMPARE(selectedDrugs->count(), 2);
+        QCOMPARE(DrugViewModel::instance()->firstDrug()->vid, QStringLiteral("13"));
+    }
+
+    void showTab_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("page");
+
+        QTest::newRow("blanks around the name") << "  Opis " << "Sekcje_opisowe_tab";
+        QTest::newRow("substitutes with their count") << "Zamienniki" << "substitutesTab";
+    }
+
+    void showTab()
+    {
+        QFETCH(QString, name);
+        QFETCH(QString, page);
+
+        QVERIFY(add(QStringLiteral("11")));
+        tabs->setCurrentWidget(this->page->findChild<QWidget*>(QStringLiteral("warningsTab")));
+
+        this->page->showTab(name);
+        QCOMPARE(tabs->currentWidget()->objectName(), page);
+    }
+
+    // A click on a substitute is followed to its record and selection by the drug page reporting test.
+    void substitutesTabFollowsTheDrug()
+    {
+        auto* substitutesTab = page->findChild<QWidget*>(QStringLiteral("substitutesTab"));
+
+        // The fixture's drugs have no GIF decisions, so their tab is gone too.
+        QVERIFY(add(QStringLiteral("31")));
+        QCOMPARE(tabs->indexOf(substitutesTab), -1);
+        QCOMPARE(tabs->count(), 4);
+
+        // The tab that an earlier drug lost comes back at the end.
+        QVERIFY(add(QStringLiteral("11")));
+        QCOMPARE(tabs->count(), 5);
+        QCOMPARE(tabs->indexOf(substitutesTab), tabs->count() - 1);
+        QCOMPARE(tabs->tabText(tabs->count() - 1), QStringLiteral("Zamienniki : 1"));
+        QListWidget* substitutes = list("substituteDrugsList");
+        QCOMPARE(rowVids(substitutes), QStringList { "12" });
+    }
 
 private:
-    bool add(const QString& vid);
+    bool add(const QString& vid)
+    {
+        const int rows = selectedDrugs->count();
+        DrugViewModel::instance()->addDrug(DrugDatabase::drugByVid(vid));
+        // The page catches up on the next turn of the event loop.
+        if (selectedDrugs->count() != rows) {
+            qWarning() << "the row came before the event loop turned";
+            return false;
+        }
+        const bool came = QTest::qWaitFor([&] { return selectedDrugs->count() == rows + 1; });
+        QCoreApplication::processEvents();
+        return came;
+    }
     QListWidget* list(const char* name) const { return page->findChild<QListWidget*>(QLatin1String(name)); }
-    QStringList nameStyles(QListWidget* list) const;
-    QStringList rowVids(QListWidget* list) const;
-    int shownPanes() const;
+
+    QStringList nameStyles(QListWidget* list) const
+    {
+        QStringList styles;
+        for (int row = 0; row < list->count(); ++row)
+            styles << qobject_cast<SearchListItem*>(list->itemWidget(list->item(row)))->labelName()->styleSheet();
+        return styles;
+    }
+
+    QStringList rowVids(QListWidget* list) const
+    {
+        QStringList vids;
+        for (int i = 0; i < list->count(); ++i)
+            vids << list->item(i)->data(Qt::UserRole).toString();
+        return vids;
+    }
+
+    // The panes go together: all of them or none, a mixed state is a fault of its own.
+    int shownPanes() const
+    {
+        int shown = 0;
+        for (const QString& name : paneNames)
+            shown += page->findChild<QWidget*>(name)->isHidden() ? 0 : 1;
+        return shown;
+    }
 
     QTemporaryDir dir;
     std::unique_ptr<DrugBaseWidget> page;
     QListWidget* selectedDrugs = nullptr;
     QTabWidget* tabs = nullptr;
 };
-
-void tst_DrugBaseWidget::initTestCase()
-{
-    QStandardPaths::setTestModeEnabled(true);
-    setProgramDir(dir.path());
-    QVERIFY(PageFixture::createDatabase(dir.path()));
-    DrugSubstituteViewModel::instance();
-    DrugSubstituteViewModel::connectToDrugViewModel();
-}
-
-void tst_DrugBaseWidget::init()
-{
-    page = std::make_unique<DrugBaseWidget>();
-    page->resize(1100, 700);
-    page->show();
-    QVERIFY(QTest::qWaitForWindowExposed(page.get()));
-    selectedDrugs = list("selectedDrugs");
-    tabs = page->findChild<QTabWidget*>(QStringLiteral("tabWidget"));
-}
-
-void tst_DrugBaseWidget::cleanup()
-{
-    DrugViewModel::instance()->clearDrugs();
-    page.reset();
-    // Signals queued for the page die with it.
-    QCoreApplication::processEvents();
-}
-
-bool tst_DrugBaseWidget::add(const QString& vid)
-{
-    const int rows = selectedDrugs->count();
-    DrugViewModel::instance()->addDrug(DrugDatabase::drugByVid(vid));
-    // The page catches up on the next turn of the event loop.
-    if (selectedDrugs->count() != rows) {
-        qWarning() << "the row came before the event loop turned";
-        return false;
-    }
-    const bool came = QTest::qWaitFor([&] { return selectedDrugs->count() == rows + 1; });
-    QCoreApplication::processEvents();
-    return came;
-}
-
-QStringList tst_DrugBaseWidget::nameStyles(QListWidget* list) const
-{
-    QStringList styles;
-    for (int row = 0; row < list->count(); ++row)
-        styles << qobject_cast<SearchListItem*>(list->itemWidget(list->item(row)))->labelName()->styleSheet();
-    return styles;
-}
-
-QStringList tst_DrugBaseWidget::rowVids(QListWidget* list) const
-{
-    QStringList vids;
-    for (int i = 0; i < list->count(); ++i)
-        vids << list->item(i)->data(Qt::UserRole).toString();
-    return vids;
-}
-
-// The panes go together: all of them or none, a mixed state is a fault of its own.
-int tst_DrugBaseWidget::shownPanes() const
-{
-    int shown = 0;
-    for (const QString& name : paneNames)
-        shown += page->findChild<QWidget*>(name)->isHidden() ? 0 : 1;
-    return shown;
-}
-
-void tst_DrugBaseWidget::pictureAndPanesFollowTheList()
-{
-    auto* picture = page->findChild<QLabel*>(QStringLiteral("lookForDrugsImage"));
-    QVERIFY(add(QStringLiteral("11")));
-    QVERIFY(picture->isHidden());
-    QCOMPARE(nameStyles(selectedDrugs), QStringList { selectedStyle });
-    QCOMPARE(shownPanes(), paneNames.size());
-
-    QVERIFY(add(QStringLiteral("12")));
-    QVERIFY(add(QStringLiteral("13")));
-    QTest::mouseClick(page->findChild<QPushButton*>(QStringLiteral("clearDrugs")), Qt::LeftButton);
-
-    // The list goes at once; the panes follow the queued selection change.
-    QCOMPARE(selectedDrugs->count(), 0);
-    QVERIFY(!picture->isHidden());
-    QTRY_COMPARE(shownPanes(), 0);
-
-    // The model still counts from its old selection, so previous points past the single row.
-    QSignalSpy changed(DrugViewModel::instance(), &DrugViewModel::selectedDrugChanged);
-    QVERIFY(add(QStringLiteral("31")));
-    QCOMPARE(QList<QVariantList>(changed), QList<QVariantList> { { 1 } });
-    QCOMPARE(nameStyles(selectedDrugs), QStringList { selectedStyle });
-    QCOMPARE(shownPanes(), paneNames.size());
-}
-
-void tst_DrugBaseWidget::clickOnRowMovesHighlight()
-{
-    QVERIFY(add(QStringLiteral("31")));
-    QVERIFY(add(QStringLiteral("11")));
-    QVERIFY(add(QStringLiteral("13")));
-    QSignalSpy changed(DrugViewModel::instance(), &DrugViewModel::selectedDrugChanged);
-    QTest::mouseClick(selectedDrugs->viewport(), Qt::LeftButton, Qt::NoModifier,
-                      selectedDrugs->visualItemRect(selectedDrugs->item(2)).center());
-    QCOMPARE(QList<QVariantList>(changed), QList<QVariantList> { { 0 } });
-    QTRY_COMPARE(nameStyles(selectedDrugs), (QStringList { restingStyle, restingStyle, selectedStyle }));
-    QCOMPARE(DrugViewModel::instance()->selectedDrug()->vid, QStringLiteral("31"));
-}
-
-void tst_DrugBaseWidget::versionsListedInReverseAndClickAddsRow()
-{
-    QVERIFY(add(QStringLiteral("12")));
-    QListWidget* versions = list("drugVersionsList");
-
-    // The database gives 12, 13, 11.
-    QCOMPARE(rowVids(versions), (QStringList { "11", "13", "12" }));
-    QCOMPARE(nameStyles(versions), (QStringList { restingStyle, restingStyle, selectedStyle }));
-
-    tabs->setCurrentWidget(page->findChild<QWidget*>(QStringLiteral("drugVersionTab")));
-    QTest::mouseClick(versions->viewport(), Qt::LeftButton, Qt::NoModifier,
-                      versions->visualItemRect(versions->item(1)).center());
-    QTRY_COMPARE(selectedDrugs->count(), 2);
-    QCOMPARE(DrugViewModel::instance()->firstDrug()->vid, QStringLiteral("13"));
-}
-
-void tst_DrugBaseWidget::showTab_data()
-{
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QString>("page");
-
-    QTest::newRow("blanks around the name") << "  Opis " << "Sekcje_opisowe_tab";
-    QTest::newRow("substitutes with their count") << "Zamienniki" << "substitutesTab";
-}
-
-void tst_DrugBaseWidget::showTab()
-{
-    QFETCH(QString, name);
-    QFETCH(QString, page);
-
-    QVERIFY(add(QStringLiteral("11")));
-    tabs->setCurrentWidget(this->page->findChild<QWidget*>(QStringLiteral("warningsTab")));
-
-    this->page->showTab(name);
-    QCOMPARE(tabs->currentWidget()->objectName(), page);
-}
-
-void tst_DrugBaseWidget::substitutesTabFollowsDrugAndClickAddsIt()
-{
-    auto* substitutesTab = page->findChild<QWidget*>(QStringLiteral("substitutesTab"));
-
-    // The fixture's drugs have no GIF decisions, so their tab is gone too.
-    QVERIFY(add(QStringLiteral("31")));
-    QCOMPARE(tabs->indexOf(substitutesTab), -1);
-    QCOMPARE(tabs->count(), 4);
-
-    // The tab that an earlier drug lost comes back at the end.
-    QVERIFY(add(QStringLiteral("11")));
-    QCOMPARE(tabs->count(), 5);
-    QCOMPARE(tabs->indexOf(substitutesTab), tabs->count() - 1);
-    QCOMPARE(tabs->tabText(tabs->count() - 1), QStringLiteral("Zamienniki : 1"));
-    QListWidget* substitutes = list("substituteDrugsList");
-    QCOMPARE(rowVids(substitutes), QStringList { "12" });
-
-    page->showTab(QStringLiteral("Zamienniki"));
-    QTest::mouseClick(substitutes->viewport(), Qt::LeftButton, Qt::NoModifier,
-                      substitutes->visualItemRect(substitutes->item(0)).center());
-    QTRY_COMPARE(selectedDrugs->count(), 3);
-    QCOMPARE(DrugViewModel::instance()->firstDrug()->vid, QStringLiteral("12"));
-    // A new selection returns to the information tab.
-    QTRY_COMPARE(tabs->currentIndex(), 0);
-    QCOMPARE(rowVids(substitutes), QStringList { "11" });
-}
 
 QTEST_MAIN(tst_DrugBaseWidget)
 #include "tst_drugbasewidget.moc"

@@ -5,7 +5,6 @@
 #include "drugs/drugviewmodel.h"
 #include "testsupport.h"
 
-#include <QLabel>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QtTest>
@@ -59,193 +58,137 @@ class TestDrugSubstitutes : public QObject {
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void cleanupTestCase();
+    void initTestCase()
+    {
+        QStandardPaths::setTestModeEnabled(true);
+        setProgramDir(programFolder.path());
 
-    void drugOrder_data();
-    void drugOrder();
-    void sortPutsUnpricedDrugsLast();
-    void priceText_data();
-    void priceText();
-    void bars_data();
-    void bars();
+        QVERIFY(TestSupport::buildDatabase(programFolder.filePath(DrugDatabase::drugDatabaseName),
+                                           TestSupport::drugSchema() + QString::fromUtf8(fixtureSql)));
 
-    void listIsReadyWhenSelectionIsAnnounced();
-    void noSelectionEmptiesTheListSilently();
+        DrugSubstituteViewModel::connectToDrugViewModel();
+    }
+
+    void drugOrder_data()
+    {
+        QTest::addColumn<QStringList>("rowsA");
+        QTest::addColumn<QStringList>("rowsB");
+        QTest::addColumn<bool>("aFirst");
+        QTest::addColumn<bool>("bFirst");
+
+        // The first row is the one of the smallest level id, compared as text; the
+        // cheaper leads among rows of one level.
+        QTest::newRow("cheaper first, comma or point")
+            << QStringList{"-1:3,50"} << QStringList{"-1:12.00"} << true << false;
+        QTest::newRow("zero counts as no price") << QStringList{"-1:0,00"} << QStringList{"-1:7,00"} << false << true;
+        QTest::newRow("nan is no number") << QStringList{"-1:nan"} << QStringList{"-1:2,00"} << false << true;
+        QTest::newRow("the cheaper of one level's rows counts")
+            << QStringList{"-1:30,00", "-1:5,00"} << QStringList{"-1:20,00"} << true << false;
+        QTest::newRow("full price decides, not the cheaper refund")
+            << QStringList{"5:0,50", "-1:30,00"} << QStringList{"-1:20,00", "5:9,00"} << false << true;
+        QTest::newRow("smallest level id decides, as text")
+            << QStringList{"9:1,00", "10:8,00"} << QStringList{"10:5,00"} << false << true;
+        QTest::newRow("unreadable first row goes last")
+            << QStringList{"-1:x", "5:1,00"} << QStringList{"-1:40,00"} << false << true;
+        QTest::newRow("no rows at all goes last") << QStringList{} << QStringList{"-1:40,00"} << false << true;
+        QTest::newRow("two unpriced drugs tie") << QStringList{"-1:-"} << QStringList{} << false << false;
+    }
+
+    void drugOrder()
+    {
+        QFETCH(QStringList, rowsA);
+        QFETCH(QStringList, rowsB);
+
+        const Drug a = drugWithRows(QStringLiteral("a"), rowsA);
+        const Drug b = drugWithRows(QStringLiteral("b"), rowsB);
+        QTEST(DrugSubstituteViewModel::drugLessThan(a, b), "aFirst");
+        QTEST(DrugSubstituteViewModel::drugLessThan(b, a), "bFirst");
+    }
+
+    void sortPutsUnpricedDrugsLast()
+    {
+        // Enough drugs for std::sort to partition, with many ties among the
+        // unpriced ones; an inconsistent order would let it run past the list.
+        QList<Drug> drugs;
+        const QStringList unpriced = {"x", "X", "-", "", " ", "nan", "bez", "0"};
+        for (int i = 0; i < 40; ++i) {
+            const QString payment = i % 2 ? QString::number(40 - i) + QStringLiteral(",25") : unpriced.at(i / 2 % unpriced.size());
+            drugs.append(drugWithRows(QString::number(i), {QStringLiteral("-1:") + payment}));
+        }
+        drugs.append(drugWithRows(QStringLiteral("nan"), {QStringLiteral("-1:nan")}));
+        std::sort(drugs.begin(), drugs.end(), DrugSubstituteViewModel::drugLessThan);
+
+        double last = 0;
+        for (int i = 0; i < 20; ++i) {
+            QString payment = drugs.at(i).priceList.first().payment;
+            const double value = payment.replace(QLatin1Char(','), QLatin1Char('.')).toDouble();
+            QVERIFY2(value > last, qPrintable(drugs.at(i).vid));
+            last = value;
+        }
+        for (int i = 20; i < drugs.size(); ++i)
+            QVERIFY2(!drugs.at(i).priceList.first().payment.endsWith(QLatin1String(",25")), qPrintable(drugs.at(i).vid));
+    }
+
+    void priceText_data()
+    {
+        QTest::addColumn<QStringList>("rows");
+        QTest::addColumn<QString>("expected");
+
+        QTest::newRow("first row after the order") << QStringList{"5:3,20", "-1:25,00"} << "-1 25,00 zł";
+        QTest::newRow("capital X") << QStringList{"-1:X"} << "bd.";
+        QTest::newRow("dash") << QStringList{"-1:-"} << "bd.";
+        QTest::newRow("no rows") << QStringList{} << "";
+    }
+
+    void priceText()
+    {
+        QFETCH(QStringList, rows);
+        QTEST(DrugSubstituteItem::priceText(drugWithRows(QStringLiteral("1"), rows).priceList), "expected");
+    }
+
+    void listIsReadyWhenSelectionIsAnnounced()
+    {
+        DrugViewModel* selection = DrugViewModel::instance();
+        QSignalSpy announced(DrugSubstituteViewModel::instance(), &DrugSubstituteViewModel::selectedDrugHasSubstitutes);
+
+        // Connected after the model: runs inside the same emission, as the page's
+        // readers rely on.
+        QStringList seenDirectly;
+        QStringList seenQueued;
+        QObject context;
+        connect(selection, &DrugViewModel::selectedDrugChanged, &context,
+                [&] { seenDirectly = vids(DrugSubstituteViewModel::instance()->substitutes()); });
+        connect(
+            selection, &DrugViewModel::selectedDrugChanged, &context,
+            [&] { seenQueued = vids(DrugSubstituteViewModel::instance()->substitutes()); }, Qt::QueuedConnection);
+
+        selection->addDrug(DrugDatabase::drugByVid(QStringLiteral("1")));
+        const QStringList cheapestFirst = {"3", "2", "4"};
+        QCOMPARE(seenDirectly, cheapestFirst);
+        QCOMPARE(announced.count(), 1);
+        QTRY_COMPARE(seenQueued, cheapestFirst);
+
+        // A drug without substitutes still announces, with an empty list.
+        selection->addDrug(DrugDatabase::drugByVid(QStringLiteral("6")));
+        QCOMPARE(seenDirectly, QStringList());
+        QCOMPARE(announced.count(), 2);
+    }
+
+    void noSelectionEmptiesTheListSilently()
+    {
+        DrugViewModel* selection = DrugViewModel::instance();
+        selection->addDrug(DrugDatabase::drugByVid(QStringLiteral("1")));
+        QCOMPARE(DrugSubstituteViewModel::instance()->substitutes().size(), 3);
+
+        QSignalSpy announced(DrugSubstituteViewModel::instance(), &DrugSubstituteViewModel::selectedDrugHasSubstitutes);
+        selection->clearDrugs();
+        QVERIFY(DrugSubstituteViewModel::instance()->substitutes().isEmpty());
+        QCOMPARE(announced.count(), 0);
+    }
 
 private:
     QTemporaryDir programFolder;
 };
-
-void TestDrugSubstitutes::initTestCase()
-{
-    QStandardPaths::setTestModeEnabled(true);
-    QVERIFY(programFolder.isValid());
-    setProgramDir(programFolder.path());
-
-    QVERIFY(TestSupport::buildDatabase(programFolder.filePath(DrugDatabase::drugDatabaseName),
-                                       TestSupport::drugSchema() + QString::fromUtf8(fixtureSql)));
-
-    DrugSubstituteViewModel::connectToDrugViewModel();
-}
-
-void TestDrugSubstitutes::cleanupTestCase()
-{
-    DrugDatabase::closeDatabase();
-}
-
-void TestDrugSubstitutes::drugOrder_data()
-{
-    QTest::addColumn<QStringList>("rowsA");
-    QTest::addColumn<QStringList>("rowsB");
-    QTest::addColumn<bool>("aFirst");
-    QTest::addColumn<bool>("bFirst");
-
-    // The first row is the one of the smallest level id, compared as text; the
-    // cheaper leads among rows of one level.
-    QTest::newRow("cheaper first, comma or point")
-        << QStringList{"-1:3,50"} << QStringList{"-1:12.00"} << true << false;
-    QTest::newRow("zero counts as no price") << QStringList{"-1:0,00"} << QStringList{"-1:7,00"} << false << true;
-    QTest::newRow("nan is no number") << QStringList{"-1:nan"} << QStringList{"-1:2,00"} << false << true;
-    QTest::newRow("the cheaper of one level's rows counts")
-        << QStringList{"-1:30,00", "-1:5,00"} << QStringList{"-1:20,00"} << true << false;
-    QTest::newRow("full price decides, not the cheaper refund")
-        << QStringList{"5:0,50", "-1:30,00"} << QStringList{"-1:20,00", "5:9,00"} << false << true;
-    QTest::newRow("smallest level id decides, as text")
-        << QStringList{"9:1,00", "10:8,00"} << QStringList{"10:5,00"} << false << true;
-    QTest::newRow("unreadable first row goes last")
-        << QStringList{"-1:x", "5:1,00"} << QStringList{"-1:40,00"} << false << true;
-    QTest::newRow("no rows at all goes last") << QStringList{} << QStringList{"-1:40,00"} << false << true;
-    QTest::newRow("two unpriced drugs tie") << QStringList{"-1:-"} << QStringList{} << false << false;
-}
-
-void TestDrugSubstitutes::drugOrder()
-{
-    QFETCH(QStringList, rowsA);
-    QFETCH(QStringList, rowsB);
-    QFETCH(bool, aFirst);
-    QFETCH(bool, bFirst);
-
-    const Drug a = drugWithRows(QStringLiteral("a"), rowsA);
-    const Drug b = drugWithRows(QStringLiteral("b"), rowsB);
-    QCOMPARE(DrugSubstituteViewModel::drugLessThan(a, b), aFirst);
-    QCOMPARE(DrugSubstituteViewModel::drugLessThan(b, a), bFirst);
-}
-
-void TestDrugSubstitutes::sortPutsUnpricedDrugsLast()
-{
-    // Enough drugs for std::sort to partition, with many ties among the
-    // unpriced ones; an inconsistent order would let it run past the list.
-    QList<Drug> drugs;
-    const QStringList unpriced = {"x", "X", "-", "", " ", "nan", "bez", "0"};
-    for (int i = 0; i < 40; ++i) {
-        const QString payment = i % 2 ? QString::number(40 - i) + QStringLiteral(",25") : unpriced.at(i / 2 % unpriced.size());
-        drugs.append(drugWithRows(QString::number(i), {QStringLiteral("-1:") + payment}));
-    }
-    drugs.append(drugWithRows(QStringLiteral("nan"), {QStringLiteral("-1:nan")}));
-    std::sort(drugs.begin(), drugs.end(), DrugSubstituteViewModel::drugLessThan);
-
-    double last = 0;
-    for (int i = 0; i < 20; ++i) {
-        QString payment = drugs.at(i).priceList.first().payment;
-        const double value = payment.replace(QLatin1Char(','), QLatin1Char('.')).toDouble();
-        QVERIFY2(value > last, qPrintable(drugs.at(i).vid));
-        last = value;
-    }
-    for (int i = 20; i < drugs.size(); ++i)
-        QVERIFY2(!drugs.at(i).priceList.first().payment.endsWith(QLatin1String(",25")), qPrintable(drugs.at(i).vid));
-}
-
-void TestDrugSubstitutes::priceText_data()
-{
-    QTest::addColumn<QStringList>("rows");
-    QTest::addColumn<QString>("expected");
-
-    QTest::newRow("first row after the order") << QStringList{"5:3,20", "-1:25,00"} << "-1 25,00 zł";
-    QTest::newRow("capital X") << QStringList{"-1:X"} << "bd.";
-    QTest::newRow("small x keeps its text") << QStringList{"-1:x"} << "-1 x zł";
-    QTest::newRow("dash") << QStringList{"-1:-"} << "bd.";
-    QTest::newRow("bez without dash") << QStringList{"-1:Bezpłatny"} << "-1 Bezpłatny zł";
-    QTest::newRow("no rows") << QStringList{} << "";
-}
-
-void TestDrugSubstitutes::priceText()
-{
-    QFETCH(QStringList, rows);
-    QFETCH(QString, expected);
-    QCOMPARE(DrugSubstituteItem::priceText(drugWithRows(QStringLiteral("1"), rows).priceList), expected);
-}
-
-void TestDrugSubstitutes::bars_data()
-{
-    QTest::addColumn<QString>("box");
-    QTest::addColumn<QString>("dose");
-    QTest::addColumn<QString>("kind");
-    QTest::addColumn<QString>("boxText");
-    QTest::addColumn<QString>("doseText");
-
-    QTest::newRow("all three") << "20 szt." << "10 mg" << "tabl." << "20 szt. |" << "10 mg |";
-    QTest::newRow("no form") << "20 szt." << "10 mg" << "" << "20 szt. |" << "10 mg";
-    QTest::newRow("no dose") << "20 szt." << "" << "tabl." << "20 szt. |" << "";
-    QTest::newRow("box alone") << "20 szt." << "" << "" << "20 szt." << "";
-}
-
-void TestDrugSubstitutes::bars()
-{
-    QFETCH(QString, box);
-    QFETCH(QString, dose);
-    QFETCH(QString, kind);
-    QFETCH(QString, boxText);
-    QFETCH(QString, doseText);
-
-    Drug drug = drugWithRows(QStringLiteral("1"), {QStringLiteral("-1:9,99")});
-    drug.box = box;
-    drug.dose = dose;
-    drug.kind = kind;
-    const DrugSubstituteItem item(drug, nullptr);
-    QCOMPARE(item.findChild<QLabel*>(QStringLiteral("labelBox"))->text(), boxText);
-    QCOMPARE(item.findChild<QLabel*>(QStringLiteral("labelDose"))->text(), doseText);
-}
-
-void TestDrugSubstitutes::listIsReadyWhenSelectionIsAnnounced()
-{
-    DrugViewModel* selection = DrugViewModel::instance();
-    QSignalSpy announced(DrugSubstituteViewModel::instance(), &DrugSubstituteViewModel::selectedDrugHasSubstitutes);
-
-    // Connected after the model: runs inside the same emission, as the page's
-    // readers rely on.
-    QStringList seenDirectly;
-    QStringList seenQueued;
-    QObject context;
-    connect(selection, &DrugViewModel::selectedDrugChanged, &context,
-            [&] { seenDirectly = vids(DrugSubstituteViewModel::instance()->substitutes()); });
-    connect(
-        selection, &DrugViewModel::selectedDrugChanged, &context,
-        [&] { seenQueued = vids(DrugSubstituteViewModel::instance()->substitutes()); }, Qt::QueuedConnection);
-
-    selection->addDrug(DrugDatabase::drugByVid(QStringLiteral("1")));
-    const QStringList cheapestFirst = {"3", "2", "4"};
-    QCOMPARE(seenDirectly, cheapestFirst);
-    QCOMPARE(announced.count(), 1);
-    QTRY_COMPARE(seenQueued, cheapestFirst);
-
-    // A drug without substitutes still announces, with an empty list.
-    selection->addDrug(DrugDatabase::drugByVid(QStringLiteral("6")));
-    QCOMPARE(seenDirectly, QStringList());
-    QCOMPARE(announced.count(), 2);
-}
-
-void TestDrugSubstitutes::noSelectionEmptiesTheListSilently()
-{
-    DrugViewModel* selection = DrugViewModel::instance();
-    selection->addDrug(DrugDatabase::drugByVid(QStringLiteral("1")));
-    QCOMPARE(DrugSubstituteViewModel::instance()->substitutes().size(), 3);
-
-    QSignalSpy announced(DrugSubstituteViewModel::instance(), &DrugSubstituteViewModel::selectedDrugHasSubstitutes);
-    selection->clearDrugs();
-    QVERIFY(DrugSubstituteViewModel::instance()->substitutes().isEmpty());
-    QCOMPARE(announced.count(), 0);
-}
 
 QTEST_MAIN(TestDrugSubstitutes)
 #include "tst_drugsubstitutes.moc"

@@ -1,7 +1,6 @@
 #include "drugs/priceitem.h"
 #include "buildconfig.h"
 
-#include <QLabel>
 #include <QStandardPaths>
 #include <QtTest>
 
@@ -31,95 +30,77 @@ class TestPriceItem : public QObject {
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void valueText_data();
-    void valueText();
-    void descriptionText_data();
-    void descriptionText();
-    void formLetsLinksOpen();
+    void initTestCase()
+    {
+        QStandardPaths::setTestModeEnabled(true);
+    }
+
+    void valueText_data()
+    {
+        QTest::addColumn<QString>("payment");
+        QTest::addColumn<QString>("expected");
+
+        QTest::newRow("comma kept") << "12,50" << "12,50 zł";
+        QTest::newRow("capital X") << "X" << "bd.";
+        QTest::newRow("small x") << "x" << "bd.";
+        QTest::newRow("dash") << "-" << "bd.";
+        QTest::newRow("empty") << "" << "bd.";
+        QTest::newRow("one blank") << " " << "bd.";
+        QTest::newRow("word") << "bezpłatny" << "bezpłatny";
+    }
+
+    void valueText()
+    {
+        QFETCH(QString, payment);
+        QTEST(PriceItem::valueText(payment), "expected");
+    }
+
+    void descriptionText_data()
+    {
+        QTest::addColumn<QString>("levelName");
+        QTest::addColumn<QString>("scopeName");
+        QTest::addColumn<QString>("scopeDescr");
+        QTest::addColumn<QString>("offLabelDescr");
+        QTest::addColumn<QString>("expected");
+
+        const QString allIndications
+            = QStringLiteral("Refundacja we wszystkich zarejestrowanych wskazaniach (patrz wskazania wg ChPL).");
+        const QString offLabel = QStringLiteral("<br/>Wskazania pozarejestracyjne:<br/>");
+
+        QTest::newRow("full price shows nothing")
+            << "100%" << "Program lekowy B.12" << "B.12.pdf" << "Brak wskazań" << "";
+        QTest::newRow("all indications, none off-label")
+            << "30%" << allIndications << "" << "Brak wskazań" << allIndications;
+        QTest::newRow("off-label indications")
+            << "30%" << "Nowotwory" << "" << "Zapobieganie wymiotom"
+            << QStringLiteral("Nowotwory") + offLabel + QStringLiteral("Zapobieganie wymiotom");
+        QTest::newRow("empty off-label record still gives the block")
+            << "30%" << "Nowotwory" << "" << "" << QStringLiteral("Nowotwory") + offLabel;
+        QTest::newRow("drug programme links its own file")
+            << "bezpłatny" << "Program lekowy B.12" << "B.12.pdf" << "Brak wskazań"
+            << QStringLiteral("Program lekowy B.12<br/>Załącznik:") + anchor(QStringLiteral("B.12.pdf"));
+        QTest::newRow("chemotherapy links the off-label file")
+            << "bezpłatny" << "Chemioterapia" << "C.1.pdf" << "C.52.pdf"
+            << QStringLiteral("Chemioterapia<br/>Załącznik:") + anchor(QStringLiteral("C.52.pdf"));
+        QTest::newRow("both words count as drug programme")
+            << "bezpłatny" << "Chemioterapia w ramach programu lekowego; program lekowy" << "B.8.pdf" << "C.52.pdf"
+            << QStringLiteral("Chemioterapia w ramach programu lekowego; program lekowy<br/>Załącznik:")
+                + anchor(QStringLiteral("B.8.pdf"));
+        QTest::newRow("no data stops after the scope")
+            << "bezpłatny" << "Program lekowy B.12" << "B.12.pdf" << "Brak danych" << "Program lekowy B.12";
+    }
+
+    void descriptionText()
+    {
+        QFETCH(QString, levelName);
+        QFETCH(QString, scopeName);
+        QFETCH(QString, scopeDescr);
+        QFETCH(QString, offLabelDescr);
+
+        const DrugPrice price = makePrice(levelName, QStringLiteral("3,20"), scopeName, scopeDescr, offLabelDescr);
+        QTEST(PriceItem::descriptionText(price), "expected");
+    }
 };
-
-void TestPriceItem::initTestCase()
-{
-    QStandardPaths::setTestModeEnabled(true);
-}
-
-void TestPriceItem::valueText_data()
-{
-    QTest::addColumn<QString>("payment");
-    QTest::addColumn<QString>("expected");
-
-    QTest::newRow("comma kept") << "12,50" << "12,50 zł";
-    QTest::newRow("capital X") << "X" << "bd.";
-    QTest::newRow("small x") << "x" << "bd.";
-    QTest::newRow("dash") << "-" << "bd.";
-    QTest::newRow("empty") << "" << "bd.";
-    QTest::newRow("one blank") << " " << "bd.";
-    QTest::newRow("word") << "bezpłatny" << "bezpłatny";
-}
-
-void TestPriceItem::valueText()
-{
-    QFETCH(QString, payment);
-    QFETCH(QString, expected);
-    QCOMPARE(PriceItem::valueText(payment), expected);
-}
-
-void TestPriceItem::descriptionText_data()
-{
-    QTest::addColumn<QString>("levelName");
-    QTest::addColumn<QString>("scopeName");
-    QTest::addColumn<QString>("scopeDescr");
-    QTest::addColumn<QString>("offLabelDescr");
-    QTest::addColumn<QString>("expected");
-
-    const QString allIndications
-        = QStringLiteral("Refundacja we wszystkich zarejestrowanych wskazaniach (patrz wskazania wg ChPL).");
-    const QString offLabel = QStringLiteral("<br/>Wskazania pozarejestracyjne:<br/>");
-
-    QTest::newRow("full price shows nothing")
-        << "100%" << "Program lekowy B.12" << "B.12.pdf" << "Brak wskazań" << "";
-    QTest::newRow("all indications, none off-label")
-        << "30%" << allIndications << "" << "Brak wskazań" << allIndications;
-    QTest::newRow("off-label indications")
-        << "30%" << "Nowotwory" << "" << "Zapobieganie wymiotom"
-        << QStringLiteral("Nowotwory") + offLabel + QStringLiteral("Zapobieganie wymiotom");
-    QTest::newRow("empty off-label record still gives the block")
-        << "30%" << "Nowotwory" << "" << "" << QStringLiteral("Nowotwory") + offLabel;
-    QTest::newRow("drug programme links its own file")
-        << "bezpłatny" << "Program lekowy B.12" << "B.12.pdf" << "Brak wskazań"
-        << QStringLiteral("Program lekowy B.12<br/>Załącznik:") + anchor(QStringLiteral("B.12.pdf"));
-    QTest::newRow("chemotherapy links the off-label file")
-        << "bezpłatny" << "Chemioterapia" << "C.1.pdf" << "C.52.pdf"
-        << QStringLiteral("Chemioterapia<br/>Załącznik:") + anchor(QStringLiteral("C.52.pdf"));
-    QTest::newRow("both words count as drug programme")
-        << "bezpłatny" << "Chemioterapia w ramach programu lekowego; program lekowy" << "B.8.pdf" << "C.52.pdf"
-        << QStringLiteral("Chemioterapia w ramach programu lekowego; program lekowy<br/>Załącznik:")
-            + anchor(QStringLiteral("B.8.pdf"));
-    QTest::newRow("no data stops after the scope")
-        << "bezpłatny" << "Program lekowy B.12" << "B.12.pdf" << "Brak danych" << "Program lekowy B.12";
-}
-
-void TestPriceItem::descriptionText()
-{
-    QFETCH(QString, levelName);
-    QFETCH(QString, scopeName);
-    QFETCH(QString, scopeDescr);
-    QFETCH(QString, offLabelDescr);
-    QFETCH(QString, expected);
-
-    const DrugPrice price = makePrice(levelName, QStringLiteral("3,20"), scopeName, scopeDescr, offLabelDescr);
-    QCOMPARE(PriceItem::descriptionText(price), expected);
-}
-
-void TestPriceItem::formLetsLinksOpen()
-{
-    PriceItem item;
-    auto* description = item.findChild<QLabel*>(QStringLiteral("description"));
-    QVERIFY(description);
-    QVERIFY(description->openExternalLinks());
-    QVERIFY(description->textInteractionFlags() & Qt::LinksAccessibleByMouse);
-}
 
 QTEST_MAIN(TestPriceItem)
 #include "tst_priceitem.moc"

@@ -13,77 +13,68 @@ class TestInfoDialogs : public QObject {
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void databaseDates_data();
-    void databaseDates();
-    void rodoResult_data();
-    void rodoResult();
-};
-
-void TestInfoDialogs::initTestCase()
-{
-    // The database's date is shown in local time.
-    qputenv("TZ", "UTC");
-    tzset();
-}
-
-void TestInfoDialogs::databaseDates_data()
-{
-    QTest::addColumn<QString>("dataVersion");
-    QTest::addColumn<QString>("listDate");
-    QTest::addColumn<QString>("shownVersion");
-
-    QTest::newRow("no version in cfg") << "" << "01.12.2025" << "1970-01-01";
-    QTest::newRow("December 2025 database") << "1764547200" << "2025-12-01" << "2025-12-01";
-    QTest::newRow("version not a number") << "v2025" << "" << "1970-01-01";
-    QTest::newRow("list date in words") << "1764547200" << "1 grudnia 2025 r." << "2025-12-01";
-}
-
-void TestInfoDialogs::databaseDates()
-{
-    QFETCH(QString, dataVersion);
-    QFETCH(QString, listDate);
-    QFETCH(QString, shownVersion);
-
-    // Each row shows the window that "Ok" hid in the row before, with the new dates.
-    DatabaseInfo::showInfo(dataVersion, listDate);
-    QWidget* window = nullptr;
-    for (QWidget* candidate : QApplication::topLevelWidgets()) {
-        if (candidate->objectName() == QLatin1String("DatabaseInfo")) {
-            QVERIFY2(!window, "a second database window");
-            window = candidate;
-        }
+    void initTestCase()
+    {
+        // The database's date is shown in local time.
+        qputenv("TZ", "UTC");
+        tzset();
     }
-    QVERIFY(window);
-    QVERIFY(window->isVisible());
-    QCOMPARE(window->findChild<QLabel*>(QStringLiteral("dataVersion"))->text(), shownVersion);
-    QCOMPARE(window->findChild<QLabel*>(QStringLiteral("listDate"))->text(), listDate);
-    QTest::mouseClick(window->findChild<QPushButton*>(), Qt::LeftButton);
-}
 
-void TestInfoDialogs::rodoResult_data()
-{
-    QTest::addColumn<bool>("viaButton");
-    QTest::addColumn<int>("result");
+    void databaseDates_data()
+    {
+        QTest::addColumn<QString>("dataVersion");
+        QTest::addColumn<QString>("listDate");
+        QTest::addColumn<QString>("shownVersion");
 
-    QTest::newRow("button confirms the notice") << true << int(QDialog::Accepted);
-    QTest::newRow("window closed, notice not seen") << false << int(QDialog::Rejected);
-}
+        QTest::newRow("December 2025 database") << "1764547200" << "2025-12-01" << "2025-12-01";
+        QTest::newRow("version not a number") << "v2025" << "" << "1970-01-01";
+        QTest::newRow("list date in words") << "1764547200" << "1 grudnia 2025 r." << "2025-12-01";
+    }
 
-void TestInfoDialogs::rodoResult()
-{
-    QFETCH(bool, viaButton);
-    QFETCH(int, result);
+    void databaseDates()
+    {
+        QFETCH(QString, dataVersion);
+        QFETCH(QString, listDate);
 
-    RODOInfo dialog(nullptr);
-    QTimer::singleShot(0, &dialog, [&dialog, viaButton] {
-        if (viaButton)
-            QTest::mouseClick(dialog.findChild<QPushButton*>(QStringLiteral("pushButton_2")), Qt::LeftButton);
-        else
-            dialog.close();
-    });
-    QCOMPARE(dialog.exec(), result);
-}
+        // Each row shows the window that "Ok" hid in the row before, with the new dates.
+        DatabaseInfo::showInfo(dataVersion, listDate);
+        QWidget* window = nullptr;
+        for (QWidget* candidate : QApplication::topLevelWidgets()) {
+            if (candidate->objectName() == QLatin1String("DatabaseInfo")) {
+                QVERIFY2(!window, "a second database window");
+                window = candidate;
+            }
+        }
+        QVERIFY(window);
+        QVERIFY(window->isVisible());
+        QTEST(window->findChild<QLabel*>(QStringLiteral("dataVersion"))->text(), "shownVersion");
+        QCOMPARE(window->findChild<QLabel*>(QStringLiteral("listDate"))->text(), listDate);
+        QTest::mouseClick(window->findChild<QPushButton*>(), Qt::LeftButton);
+    }
+
+    void rodoResult_data()
+    {
+        QTest::addColumn<bool>("viaButton");
+        QTest::addColumn<int>("result");
+
+        QTest::newRow("button confirms the notice") << true << int(QDialog::Accepted);
+        QTest::newRow("window closed, notice not seen") << false << int(QDialog::Rejected);
+    }
+
+    void rodoResult()
+    {
+        QFETCH(bool, viaButton);
+
+        RODOInfo dialog(nullptr);
+        QTimer::singleShot(0, &dialog, [&dialog, viaButton] {
+            if (viaButton)
+                QTest::mouseClick(dialog.findChild<QPushButton*>(QStringLiteral("pushButton_2")), Qt::LeftButton);
+            else
+                dialog.close();
+        });
+        QTEST(dialog.exec(), "result");
+    }
+};
 
 QTEST_MAIN(TestInfoDialogs)
 #include "tst_infodialogs.moc"
