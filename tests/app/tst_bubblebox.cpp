@@ -18,10 +18,73 @@ class TestBubbleBox : public QObject {
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void rows_data();
-    void rows();
-    void mouseHoldsTheBoxAndRowsNameTheirSection();
+    void initTestCase()
+    {
+        QCoreApplication::setOrganizationName(QStringLiteral("Corvane"));
+        QSettings().clear();
+        delete new ShortcutSettingsWindow(nullptr);
+
+        QString sql = TestSupport::drugSchema() + QStringLiteral("INSERT INTO v (vid, gid) VALUES (1, 1), (2, 2);\n");
+        const auto shortcuts = ShortcutSettingsWindow::defaultShortcuts();
+        for (int i = 0; i < 9; ++i)
+            sql += QStringLiteral("INSERT INTO z VALUES (2, '%1', 'tekst');\n").arg(shortcuts.at(i).first);
+        sql += QStringLiteral("INSERT INTO z VALUES (2, 'Inne informacje', 'tekst');\n");
+        setProgramDir(dir.path());
+        QVERIFY(TestSupport::buildDatabase(QDir(dir.path()).filePath(DrugDatabase::drugDatabaseName), sql));
+    }
+
+    void rows_data()
+    {
+        QTest::addColumn<QString>("vid");
+        QTest::addColumn<int>("height");
+        QTest::addColumn<QStringList>("rows"); // the caption's first five letters and the chord
+
+        QTest::newRow("no description") << "1" << 87 << QStringList{};
+        QTest::newRow("ten sections, one without a chord")
+            << "2" << 427
+            << QStringList{"Bezpi Ctrl+B", "Ciąża Ctrl+H", "Dawko Ctrl+D", "Dział Ctrl+J", "Dział Ctrl+N", "Dział Ctrl+R",
+                           "Inne  ", "Inter Ctrl+I", "Opis Ctrl+Q", "Ostrz Ctrl+O"};
+    }
+
+    void rows()
+    {
+        QFETCH(QString, vid);
+        QFETCH(int, height);
+        box.display(drug(vid));
+        QVERIFY(box.isVisible());
+        QCOMPARE(box.height(), height);
+        // In the database's order, which SQLite picks: compared as a set.
+        auto* list = box.findChild<QListWidget*>();
+        QStringList shown;
+        for (int i = 0; i < list->count(); ++i) {
+            QWidget* row = list->itemWidget(list->item(i));
+            auto* chord = row->findChild<QLabel*>(QStringLiteral("label_2"));
+            shown << row->findChild<QLabel*>(QStringLiteral("label"))->text().left(5) + QLatin1Char(' ')
+                    + (chord->isHidden() ? QString() : chord->text());
+        }
+        shown.sort();
+        QTEST(shown, "rows");
+    }
+
+    void mouseHoldsTheBoxAndRowsNameTheirSection()
+    {
+        box.display(drug(QStringLiteral("2")));
+        auto* timer = box.findChild<QTimer*>(QStringLiteral("timer"));
+        QEvent enter(QEvent::Enter);
+        QApplication::sendEvent(&box, &enter);
+        QVERIFY(!timer->isActive());
+        QEvent leave(QEvent::Leave);
+        QApplication::sendEvent(&box, &leave);
+        QVERIFY(timer->isActive() && timer->remainingTime() > 9000);
+
+        QSignalSpy clicked(&box, &BubbleBox::sectionClicked);
+        auto* list = box.findChild<QListWidget*>();
+        QListWidgetItem* first = list->item(0);
+        const QString section = list->itemWidget(first)->findChild<QLabel*>(QStringLiteral("label"))->text();
+        emit list->itemClicked(first);
+        QCOMPARE(clicked, (QList<QList<QVariant>>{{section}}));
+        QVERIFY(!box.isVisible());
+    }
 
 private:
     static Drug drug(const QString& vid)
@@ -34,75 +97,6 @@ private:
     QTemporaryDir dir;
     BubbleBox box;
 };
-
-void TestBubbleBox::initTestCase()
-{
-    QCoreApplication::setOrganizationName(QStringLiteral("Corvane"));
-    QSettings().clear();
-    delete new ShortcutSettingsWindow(nullptr);
-
-    QString sql = TestSupport::drugSchema() + QStringLiteral("INSERT INTO v (vid, gid) VALUES (1, 1), (2, 2);\n");
-    const auto shortcuts = ShortcutSettingsWindow::defaultShortcuts();
-    for (int i = 0; i < 9; ++i)
-        sql += QStringLiteral("INSERT INTO z VALUES (2, '%1', 'tekst');\n").arg(shortcuts.at(i).first);
-    sql += QStringLiteral("INSERT INTO z VALUES (2, 'Inne informacje', 'tekst');\n");
-    setProgramDir(dir.path());
-    QVERIFY(TestSupport::buildDatabase(QDir(dir.path()).filePath(DrugDatabase::drugDatabaseName), sql));
-}
-
-void TestBubbleBox::rows_data()
-{
-    QTest::addColumn<QString>("vid");
-    QTest::addColumn<int>("height");
-    QTest::addColumn<QStringList>("rows"); // the caption's first five letters and the chord
-
-    QTest::newRow("no description") << "1" << 87 << QStringList{};
-    QTest::newRow("ten sections, one without a chord")
-        << "2" << 427
-        << QStringList{"Bezpi Ctrl+B", "Ciąża Ctrl+H", "Dawko Ctrl+D", "Dział Ctrl+J", "Dział Ctrl+N", "Dział Ctrl+R",
-                       "Inne  ", "Inter Ctrl+I", "Opis Ctrl+Q", "Ostrz Ctrl+O"};
-}
-
-void TestBubbleBox::rows()
-{
-    QFETCH(QString, vid);
-    QFETCH(int, height);
-    QFETCH(QStringList, rows);
-    box.display(drug(vid));
-    QVERIFY(box.isVisible());
-    QCOMPARE(box.height(), height);
-    // In the database's order, which SQLite picks: compared as a set.
-    auto* list = box.findChild<QListWidget*>();
-    QStringList shown;
-    for (int i = 0; i < list->count(); ++i) {
-        QWidget* row = list->itemWidget(list->item(i));
-        auto* chord = row->findChild<QLabel*>(QStringLiteral("label_2"));
-        shown << row->findChild<QLabel*>(QStringLiteral("label"))->text().left(5) + QLatin1Char(' ')
-                + (chord->isHidden() ? QString() : chord->text());
-    }
-    shown.sort();
-    QCOMPARE(shown, rows);
-}
-
-void TestBubbleBox::mouseHoldsTheBoxAndRowsNameTheirSection()
-{
-    box.display(drug(QStringLiteral("2")));
-    auto* timer = box.findChild<QTimer*>(QStringLiteral("timer"));
-    QEvent enter(QEvent::Enter);
-    QApplication::sendEvent(&box, &enter);
-    QVERIFY(!timer->isActive());
-    QEvent leave(QEvent::Leave);
-    QApplication::sendEvent(&box, &leave);
-    QVERIFY(timer->isActive() && timer->remainingTime() > 9000);
-
-    QSignalSpy clicked(&box, &BubbleBox::sectionClicked);
-    auto* list = box.findChild<QListWidget*>();
-    QListWidgetItem* first = list->item(0);
-    const QString section = list->itemWidget(first)->findChild<QLabel*>(QStringLiteral("label"))->text();
-    emit list->itemClicked(first);
-    QCOMPARE(clicked, (QList<QList<QVariant>>{{section}}));
-    QVERIFY(!box.isVisible());
-}
 
 QTEST_MAIN(TestBubbleBox)
 #include "tst_bubblebox.moc"

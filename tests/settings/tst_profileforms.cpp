@@ -68,222 +68,207 @@ class TestProfileForms : public QObject {
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void fill_data();
-    void fill();
-    void stageButtons_data();
-    void stageButtons();
-    void save_data();
-    void save();
-    void hours_data();
-    void hours();
-    void lookupSend_data();
-    void lookupSend();
+    void initTestCase()
+    {
+        QVERIFY(TestSupport::buildDatabase(dir.filePath(DrugDatabase::drugDatabaseName),
+                                           TestSupport::drugSchema() + QString::fromUtf8(pharmaciesSql)));
+        setProgramDir(dir.path());
+        QVERIFY(simulator.start(QUILLARD_SIMULATOR_PORT));
+    }
+
+    void fill_data()
+    {
+        QTest::addColumn<QString>("pharmacy");
+        QTest::addColumn<QStringList>("shown"); // Zip, Zip2, PonOpen, PonClose, NdClose
+
+        QTest::newRow("nothing stored: blank hours, not the defaults") << "" << QStringList{"", "", ":", ":", ":"};
+        QTest::newRow("stored text isn't JSON") << "{\"zip\":" << QStringList{"", "", ":", ":", ":"};
+        QTest::newRow("zip 00-950") << R"({"zip":"00-950"})" << QStringList{"00", "950", ":", ":", ":"};
+        QTest::newRow("zip 950 alone goes to the first field") << R"({"zip":"950"})" << QStringList{"95", "", ":", ":", ":"};
+        QTest::newRow("hours by position; the lookup's have no end_hour")
+            << R"({"open_hours":[{"start_hour":"8:00","end_hour":"20:00"},{},{},{},{},{},{"start_hour":"14:00"}]})"
+            << QStringList{"", "", "8:00", "20:00", ":"};
+    }
+
+    void fill()
+    {
+        QFETCH(QString, pharmacy);
+
+        store(QString(), pharmacy);
+        UserSettingsForm form;
+        QStringList texts;
+        for (const char* name : {"Zip", "Zip2", "PonOpen", "PonClose", "NdClose"})
+            texts << child(&form, name)->text();
+        QTEST(texts, "shown");
+    }
+
+    void stageButtons_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("button");
+
+        QTest::newRow("Dalej with no name warns") << "" << "NextButton";
+        QTest::newRow("pharmacy stage with no name warns") << "" << "pharmacyButton";
+        QTest::newRow("hours stage with no name warns") << "" << "hoursButton";
+        QTest::newRow("hours reached past an empty pharmacy stage") << "Anna" << "hoursButton";
+    }
+
+    void stageButtons()
+    {
+        QFETCH(QString, name);
+        QFETCH(QString, button);
+
+        store(QStringLiteral(R"({"surname":"Nowak","login":"anowak"})"), QString());
+        UserSettingsForm form;
+        child(&form, "Name")->setText(name);
+        MessageBoxAnswerer answerer(QStringLiteral("OK"));
+        click(&form, button);
+        const bool warned = name.isEmpty();
+        QTRY_COMPARE(answerer.texts, warned ? QStringList{"Proszę uzupełnić brakujące dane!"} : QStringList());
+        QCOMPARE(child<QTabWidget>(&form, "tabWidget")->currentIndex(), warned ? 0 : 2);
+        QCOMPARE(child(&form, "Name")->styleSheet().contains("red"), warned);
+        QVERIFY(child(&form, "Surname")->styleSheet().isEmpty());
+    }
+
+    void save_data()
+    {
+        QTest::addColumn<QString>("userFault");
+        QTest::addColumn<QString>("pharmacyFault");
+        QTest::addColumn<int>("pharmacyPosts");
+
+        QTest::newRow("both taken: the form closes") << "none" << "none" << 1;
+        QTest::newRow("user refused: pharmacy not sent") << "reject" << "none" << 0;
+        QTest::newRow("pharmacy refused") << "none" << "reject" << 1;
+        QTest::newRow("user service never answers") << "noanswer" << "none" << 0;
+    }
+
+    void save()
+    {
+        QFETCH(QString, userFault);
+        QFETCH(QString, pharmacyFault);
+        QFETCH(int, pharmacyPosts);
+
+        QVERIFY(simulator.reset());
+        QVERIFY(simulator.setFault(userPath, userFault));
+        QVERIFY(simulator.setFault(pharmacyPath, pharmacyFault));
+        store(QStringLiteral(R"({"name":"Anna","surname":"Nowak","login":"anowak"})"),
+              QStringLiteral(R"({"zip":"00-950","open_hours":[{"start_hour":"8:00","end_hour":"20:00"}]})"));
+        QPointer<UserSettingsForm> form = new UserSettingsForm;
+        form->show();
+        MessageBoxAnswerer answerer(QStringLiteral("OK"));
+        click(form, "hoursButton");
+        click(form, "FinnishButton");
+
+        QTRY_COMPARE(simulator.records(userPath).size(), 1);
+        if (userFault == "reject" || pharmacyFault == "reject")
+            QTRY_COMPARE(answerer.texts, QStringList{refusal});
+        else if (userFault == "none")
+            QTRY_VERIFY(form.isNull());
+        QCOMPARE(sentBody(simulator, userPath).value("login").toString(), QStringLiteral("anowak"));
+        QCOMPARE(simulator.records(pharmacyPath).size(), pharmacyPosts);
+        if (pharmacyPosts) {
+            const QJsonObject pharmacy = sentBody(simulator, pharmacyPath);
+            QCOMPARE(pharmacy.value("zip").toString(), QStringLiteral("00-950"));
+            QCOMPARE(QJsonDocument(pharmacy.value("open_hours").toArray()[0].toObject()).toJson(QJsonDocument::Compact),
+                     QByteArray(R"({"end_hour":"20:00","start_hour":"8:00","type_id":"1"})"));
+        }
+        if (form) {
+            // The form stays usable: "Zapisz" sends again.
+            click(form, "FinnishButton");
+            QTRY_COMPARE(simulator.records(userPath).size(), 2);
+            delete form;
+        }
+    }
+
+    void hours_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<bool>("red");
+
+        QTest::newRow("8:00") << "8:00" << false;
+        QTest::newRow("08:00") << "08:00" << false;
+        QTest::newRow("24:00") << "24:00" << true;
+        QTest::newRow("8:60") << "8:60" << true;
+    }
+
+    void hours()
+    {
+        QFETCH(QString, text);
+        QFETCH(bool, red);
+
+        OpenHoursItem item(QStringLiteral("9:00"), nullptr);
+        item.findChild<QLineEdit*>()->setText(text);
+        QCOMPARE(item.findChild<QLineEdit*>()->styleSheet().contains("red"), red);
+        QCOMPARE(item.hours(), text);
+    }
+
+    void lookupSend_data()
+    {
+        QTest::addColumn<QStringList>("typed"); // none: a new pharmacy typed in
+        QTest::addColumn<int>("rows"); // found; a single one is picked
+        QTest::addColumn<QString>("fault");
+        QTest::addColumn<QString>("phone"); // as sent; null: nothing sent
+        QTest::addColumn<int>("id"); // -1: no nw_pharmacy_id
+        QTest::addColumn<QByteArray>("monday");
+
+        QTest::newRow("known pharmacy: three numbers, closing hour under start_hour")
+            << QStringList{"Warszawa"} << 1 << "none" << "111,222,333" << 1
+            << QByteArray(R"({"start_hour":"20:00","type_id":"1"})");
+        QTest::newRow("pharmacy without hours, found in capitals") << QStringList{"KÓRNIK"} << 1 << "none" << "61 817 00 01"
+                                                                   << 9001 << QByteArray(R"({"start_hour":"","type_id":"1"})");
+        QTest::newRow("new pharmacy has no id")
+            << QStringList() << 0 << "none" << "" << -1 << QByteArray(R"({"start_hour":"","type_id":"1"})");
+        QTest::newRow("apostrophe found; refusal shows the service's message")
+            << QStringList{"d'art"} << 1 << "reject" << "" << 0 << QByteArray();
+        QTest::newRow("100 at most, kept by three letters; nothing picked: closes unsent")
+            << QStringList{"Rado", "Rad"} << 100 << "none" << QString() << 0 << QByteArray();
+    }
+
+    void lookupSend()
+    {
+        QFETCH(QStringList, typed);
+        QFETCH(int, rows);
+        QFETCH(QString, fault);
+        QFETCH(QString, phone);
+
+        QVERIFY(simulator.reset());
+        QVERIFY(simulator.setFault(lookupPath, fault));
+        QPointer<PharmacySelector> selector = new PharmacySelector;
+        selector->show();
+        MessageBoxAnswerer answerer(QStringLiteral("OK"));
+        child<QCheckBox>(selector, "checkBox")->setChecked(typed.isEmpty());
+        for (const char* name : {"NameLineEdit", "StreetLineEdit", "ZipLineEdit", "CityLineEdit"})
+            child(selector, name)->setText(QStringLiteral("11111"));
+        for (const QString& text : typed)
+            child(selector, "SearchLineEdit")->setText(text);
+        auto* list = child<QListWidget>(selector, "SearchResultsListWidget");
+        QCOMPARE(list->count(), rows);
+        if (rows == 1)
+            list->setCurrentRow(0);
+        click(selector, "SubmitButton");
+
+        if (fault == "reject") {
+            QTRY_COMPARE(answerer.texts, QStringList{refusal});
+            QVERIFY(selector->isVisible());
+            delete selector;
+            return;
+        }
+        QTRY_VERIFY(selector.isNull());
+        QCOMPARE(simulator.records(lookupPath).size(), int(!phone.isNull()));
+        if (phone.isNull())
+            return;
+        const QJsonObject body = sentBody(simulator, lookupPath);
+        QCOMPARE(body.value("phone").toString(), phone);
+        QTEST(body.value("nw_pharmacy_id").toInt(-1), "id");
+        QTEST(QJsonDocument(body.value("open_hours")[0].toObject()).toJson(QJsonDocument::Compact), "monday");
+        QCOMPARE(QSettings().value(SettingsKeys::pharmacyInfoJson).toString(),
+                 simulator.records(lookupPath).first()["body"].toString());
+    }
 
 private:
     QTemporaryDir dir;
     Simulator simulator;
 };
-
-void TestProfileForms::initTestCase()
-{
-    QVERIFY(TestSupport::buildDatabase(dir.filePath(DrugDatabase::drugDatabaseName),
-                                       TestSupport::drugSchema() + QString::fromUtf8(pharmaciesSql)));
-    setProgramDir(dir.path());
-    QVERIFY(simulator.start(QUILLARD_SIMULATOR_PORT));
-}
-
-void TestProfileForms::fill_data()
-{
-    QTest::addColumn<QString>("pharmacy");
-    QTest::addColumn<QStringList>("shown"); // Zip, Zip2, PonOpen, PonClose, NdClose
-
-    QTest::newRow("nothing stored: blank hours, not the defaults") << "" << QStringList{"", "", ":", ":", ":"};
-    QTest::newRow("stored text isn't JSON") << "{\"zip\":" << QStringList{"", "", ":", ":", ":"};
-    QTest::newRow("zip 00-950") << R"({"zip":"00-950"})" << QStringList{"00", "950", ":", ":", ":"};
-    QTest::newRow("zip 950 alone goes to the first field") << R"({"zip":"950"})" << QStringList{"95", "", ":", ":", ":"};
-    QTest::newRow("hours by position; the lookup's have no end_hour")
-        << R"({"open_hours":[{"start_hour":"8:00","end_hour":"20:00"},{},{},{},{},{},{"start_hour":"14:00"}]})"
-        << QStringList{"", "", "8:00", "20:00", ":"};
-}
-
-void TestProfileForms::fill()
-{
-    QFETCH(QString, pharmacy);
-    QFETCH(QStringList, shown);
-
-    store(QString(), pharmacy);
-    UserSettingsForm form;
-    QStringList texts;
-    for (const char* name : {"Zip", "Zip2", "PonOpen", "PonClose", "NdClose"})
-        texts << child(&form, name)->text();
-    QCOMPARE(texts, shown);
-}
-
-void TestProfileForms::stageButtons_data()
-{
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QString>("button");
-
-    QTest::newRow("Dalej with no name warns") << "" << "NextButton";
-    QTest::newRow("pharmacy stage with no name warns") << "" << "pharmacyButton";
-    QTest::newRow("hours stage with no name warns") << "" << "hoursButton";
-    QTest::newRow("hours reached past an empty pharmacy stage") << "Anna" << "hoursButton";
-}
-
-void TestProfileForms::stageButtons()
-{
-    QFETCH(QString, name);
-    QFETCH(QString, button);
-
-    store(QStringLiteral(R"({"surname":"Nowak","login":"anowak"})"), QString());
-    UserSettingsForm form;
-    child(&form, "Name")->setText(name);
-    MessageBoxAnswerer answerer(QStringLiteral("OK"));
-    click(&form, button);
-    const bool warned = name.isEmpty();
-    QTRY_COMPARE(answerer.texts, warned ? QStringList{"Proszę uzupełnić brakujące dane!"} : QStringList());
-    QCOMPARE(child<QTabWidget>(&form, "tabWidget")->currentIndex(), warned ? 0 : 2);
-    QCOMPARE(child(&form, "Name")->styleSheet().contains("red"), warned);
-    QVERIFY(child(&form, "Surname")->styleSheet().isEmpty());
-}
-
-void TestProfileForms::save_data()
-{
-    QTest::addColumn<QString>("userFault");
-    QTest::addColumn<QString>("pharmacyFault");
-    QTest::addColumn<int>("pharmacyPosts");
-
-    QTest::newRow("both taken: the form closes") << "none" << "none" << 1;
-    QTest::newRow("user refused: pharmacy not sent") << "reject" << "none" << 0;
-    QTest::newRow("pharmacy refused") << "none" << "reject" << 1;
-    QTest::newRow("user service never answers") << "noanswer" << "none" << 0;
-}
-
-void TestProfileForms::save()
-{
-    QFETCH(QString, userFault);
-    QFETCH(QString, pharmacyFault);
-    QFETCH(int, pharmacyPosts);
-
-    QVERIFY(simulator.reset());
-    QVERIFY(simulator.setFault(userPath, userFault));
-    QVERIFY(simulator.setFault(pharmacyPath, pharmacyFault));
-    store(QStringLiteral(R"({"name":"Anna","surname":"Nowak","login":"anowak"})"),
-          QStringLiteral(R"({"zip":"00-950","open_hours":[{"start_hour":"8:00","end_hour":"20:00"}]})"));
-    QPointer<UserSettingsForm> form = new UserSettingsForm;
-    form->show();
-    MessageBoxAnswerer answerer(QStringLiteral("OK"));
-    click(form, "hoursButton");
-    click(form, "FinnishButton");
-
-    QTRY_COMPARE(simulator.records(userPath).size(), 1);
-    if (userFault == "reject" || pharmacyFault == "reject")
-        QTRY_COMPARE(answerer.texts, QStringList{refusal});
-    else if (userFault == "none")
-        QTRY_VERIFY(form.isNull());
-    QCOMPARE(sentBody(simulator, userPath).value("login").toString(), QStringLiteral("anowak"));
-    QCOMPARE(simulator.records(pharmacyPath).size(), pharmacyPosts);
-    if (pharmacyPosts) {
-        const QJsonObject pharmacy = sentBody(simulator, pharmacyPath);
-        QCOMPARE(pharmacy.value("zip").toString(), QStringLiteral("00-950"));
-        QCOMPARE(QJsonDocument(pharmacy.value("open_hours").toArray()[0].toObject()).toJson(QJsonDocument::Compact),
-                 QByteArray(R"({"end_hour":"20:00","start_hour":"8:00","type_id":"1"})"));
-    }
-    if (form) {
-        // The form stays usable: "Zapisz" sends again.
-        click(form, "FinnishButton");
-        QTRY_COMPARE(simulator.records(userPath).size(), 2);
-        delete form;
-    }
-}
-
-void TestProfileForms::hours_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<bool>("red");
-
-    QTest::newRow("8:00") << "8:00" << false;
-    QTest::newRow("08:00") << "08:00" << false;
-    QTest::newRow("24:00") << "24:00" << true;
-    QTest::newRow("8:60") << "8:60" << true;
-}
-
-void TestProfileForms::hours()
-{
-    QFETCH(QString, text);
-    QFETCH(bool, red);
-
-    OpenHoursItem item(QStringLiteral("9:00"), nullptr);
-    item.findChild<QLineEdit*>()->setText(text);
-    QCOMPARE(item.findChild<QLineEdit*>()->styleSheet().contains("red"), red);
-    QCOMPARE(item.hours(), text);
-}
-
-void TestProfileForms::lookupSend_data()
-{
-    QTest::addColumn<QStringList>("typed"); // none: a new pharmacy typed in
-    QTest::addColumn<int>("rows"); // found; a single one is picked
-    QTest::addColumn<QString>("fault");
-    QTest::addColumn<QString>("phone"); // as sent; null: nothing sent
-    QTest::addColumn<int>("id"); // -1: no nw_pharmacy_id
-    QTest::addColumn<QByteArray>("monday");
-
-    QTest::newRow("known pharmacy: three numbers, closing hour under start_hour")
-        << QStringList{"Warszawa"} << 1 << "none" << "111,222,333" << 1
-        << QByteArray(R"({"start_hour":"20:00","type_id":"1"})");
-    QTest::newRow("pharmacy without hours, found in capitals") << QStringList{"KÓRNIK"} << 1 << "none" << "61 817 00 01"
-                                                               << 9001 << QByteArray(R"({"start_hour":"","type_id":"1"})");
-    QTest::newRow("new pharmacy has no id")
-        << QStringList() << 0 << "none" << "" << -1 << QByteArray(R"({"start_hour":"","type_id":"1"})");
-    QTest::newRow("apostrophe found; refusal shows the service's message")
-        << QStringList{"d'art"} << 1 << "reject" << "" << 0 << QByteArray();
-    QTest::newRow("100 at most, kept by three letters; nothing picked: closes unsent")
-        << QStringList{"Rado", "Rad"} << 100 << "none" << QString() << 0 << QByteArray();
-}
-
-void TestProfileForms::lookupSend()
-{
-    QFETCH(QStringList, typed);
-    QFETCH(int, rows);
-    QFETCH(QString, fault);
-    QFETCH(QString, phone);
-    QFETCH(int, id);
-    QFETCH(QByteArray, monday);
-
-    QVERIFY(simulator.reset());
-    QVERIFY(simulator.setFault(lookupPath, fault));
-    QPointer<PharmacySelector> selector = new PharmacySelector;
-    selector->show();
-    MessageBoxAnswerer answerer(QStringLiteral("OK"));
-    child<QCheckBox>(selector, "checkBox")->setChecked(typed.isEmpty());
-    for (const char* name : {"NameLineEdit", "StreetLineEdit", "ZipLineEdit", "CityLineEdit"})
-        child(selector, name)->setText(QStringLiteral("11111"));
-    for (const QString& text : typed)
-        child(selector, "SearchLineEdit")->setText(text);
-    auto* list = child<QListWidget>(selector, "SearchResultsListWidget");
-    QCOMPARE(list->count(), rows);
-    if (rows == 1)
-        list->setCurrentRow(0);
-    click(selector, "SubmitButton");
-
-    if (fault == "reject") {
-        QTRY_COMPARE(answerer.texts, QStringList{refusal});
-        QVERIFY(selector->isVisible());
-        delete selector;
-        return;
-    }
-    QTRY_VERIFY(selector.isNull());
-    QCOMPARE(simulator.records(lookupPath).size(), int(!phone.isNull()));
-    if (phone.isNull())
-        return;
-    const QJsonObject body = sentBody(simulator, lookupPath);
-    QCOMPARE(body.value("phone").toString(), phone);
-    QCOMPARE(body.value("nw_pharmacy_id").toInt(-1), id);
-    QCOMPARE(QJsonDocument(body.value("open_hours")[0].toObject()).toJson(QJsonDocument::Compact), monday);
-    QCOMPARE(QSettings().value(SettingsKeys::pharmacyInfoJson).toString(),
-             simulator.records(lookupPath).first()["body"].toString());
-}
 
 QTEST_MAIN(TestProfileForms)
 #include "tst_profileforms.moc"

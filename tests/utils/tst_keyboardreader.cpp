@@ -88,92 +88,6 @@ const QString ean = QStringLiteral("5909990000012");
 
 Q_DECLARE_METATYPE(QVector<KeyEvent>)
 
-class TestKeyboardReader : public QObject
-{
-    Q_OBJECT
-
-private slots:
-    void readings_data();
-    void readings();
-    void sequences_data();
-    void sequences();
-    void focusedLineCleared_data();
-    void focusedLineCleared();
-    void ownWindowsWithoutSystemStream();
-};
-
-void TestKeyboardReader::readings_data()
-{
-    QTest::addColumn<QVector<KeyEvent>>("events");
-    QTest::addColumn<QStringList>("expected");
-
-    QTest::newRow("13 digits exactly 100 ms apart") << Keys().digits(ean, 100).events << QStringList{ean};
-    // The six digits before a gap of 101 ms are dropped; six more complete a code.
-    QTest::newRow("after a gap six more digits complete a code")
-        << Keys().digits(ean.left(6), 30).digits(ean.mid(6), 30, 101).digits(QStringLiteral("123456"), 30).events
-        << QStringList{ean.mid(6) + QStringLiteral("123456")};
-    QTest::newRow("Return after 13 digits gives one reading")
-        << Keys().digits(ean, 30).tap(returnKey, 30).events << QStringList{ean};
-    QTest::newRow("Return after 12 digits empties the buffer")
-        << Keys().digits(ean.left(12), 30).tap(returnKey, 30).digits(QStringLiteral("2"), 30).events
-        << QStringList();
-    QTest::newRow("14 digits: the 14th starts a new code")
-        << Keys().digits(ean + QStringLiteral("4"), 30).digits(QStringLiteral("000000000001"), 30).events
-        << QStringList{ean, QStringLiteral("4000000000001")};
-    QTest::newRow("digits with Shift held are not collected")
-        << Keys().shiftedDigits(QStringLiteral("11111"), 30).release(shiftKey).digits(ean, 30).events
-        << QStringList{ean};
-    // A key's release consumes the modifiers: without a repeat of Shift the
-    // next digit counts again.
-    QTest::newRow("a digit released takes Shift with it")
-        << Keys().press(shiftKey, 30).digits(QStringLiteral("1") + ean, 30).events << QStringList{ean};
-    QTest::newRow("a keypad digit inside a burst neither counts nor breaks it")
-        << Keys().digits(ean.left(6), 30).tap(keypadZero + 7, 30).digits(ean.mid(6), 30).events
-        << QStringList{ean};
-    QTest::newRow("a letter keeps the burst alive across 120 ms between digits")
-        << Keys().digits(ean.left(6), 30).tap(letterA, 60).digits(ean.mid(6), 60).events << QStringList{ean};
-    QTest::newRow("a clock that went back keeps the run")
-        << Keys().digits(ean.left(6), 30).digits(ean.mid(6), 30, -86000000).events << QStringList{ean};
-}
-
-void TestKeyboardReader::readings()
-{
-    QFETCH(QVector<KeyEvent>, events);
-    KeyboardReader reader;
-    QSignalSpy spy(&reader, &KeyboardReader::newReading);
-    feed(reader, events);
-    QTEST(QStringList(argumentsOf<QString>(spy)), "expected");
-}
-
-void TestKeyboardReader::sequences_data()
-{
-    QTest::addColumn<QVector<KeyEvent>>("events");
-    QTest::addColumn<QList<QKeySequence>>("expected");
-    QTest::addColumn<int>("escapes");
-
-    // Ctrl released alone is a sequence Qt has no name for: Qt::Key_unknown.
-    QTest::newRow("Ctrl held: F1 then F2, then Ctrl released")
-        << Keys().press(controlKey).tap(f1Key).tap(f2Key).release(controlKey).events
-        << QList<QKeySequence>{Qt::CTRL | Qt::Key_F1, Qt::Key_F2, Qt::Key_unknown} << 0;
-    QTest::newRow("modifier released before the key drops out")
-        << Keys().press(controlKey).press(letterD).release(controlKey).release(letterD).events
-        << QList<QKeySequence>{Qt::Key_unknown, Qt::Key_D} << 0;
-    // Escape acts at its press; its sequence comes at the release as any other.
-    QTest::newRow("Esc pressed") << Keys().press(escapeKey).events << QList<QKeySequence>() << 1;
-    QTest::newRow("Esc released") << Keys().tap(escapeKey).events << QList<QKeySequence>{Qt::Key_Escape} << 1;
-}
-
-void TestKeyboardReader::sequences()
-{
-    QFETCH(QVector<KeyEvent>, events);
-    KeyboardReader reader;
-    QSignalSpy spy(&reader, &KeyboardReader::shortcut);
-    QSignalSpy escapes(&reader, &KeyboardReader::escape);
-    feed(reader, events);
-    QTEST(argumentsOf<QKeySequence>(spy), "expected");
-    QTEST(escapes.count(), "escapes");
-}
-
 // Types `text` into `edit` as the window system delivers it, stamped `time`.
 void typeInto(QLineEdit* edit, const QString& text, qint64 time)
 {
@@ -184,76 +98,154 @@ void typeInto(QLineEdit* edit, const QString& text, qint64 time)
     }
 }
 
-void TestKeyboardReader::focusedLineCleared_data()
+class TestKeyboardReader : public QObject
 {
-    QTest::addColumn<bool>("lineHasFocus");
-    QTest::addColumn<QString>("lateDigits");
-    QTest::addColumn<QString>("typedAfter");
-    QTest::addColumn<QString>("expectedText");
+    Q_OBJECT
 
-    QTest::newRow("a line without the focus keeps its text") << false << QString() << QString() << ean.left(12);
-    // The window's own copy of the scanner's keys can come after the reading.
-    QTest::newRow("search line with the focus is emptied, late digit too")
-        << true << ean.right(1) << QString() << QString();
-    // Regression: digits typed after a scan were wiped when they were part of the code.
-    QTest::newRow("digits typed after the scan stay") << true << ean.right(1) << "590" << "590";
-}
+private slots:
+    void readings_data()
+    {
+        QTest::addColumn<QVector<KeyEvent>>("events");
+        QTest::addColumn<QStringList>("expected");
 
-void TestKeyboardReader::focusedLineCleared()
-{
-    QFETCH(bool, lineHasFocus);
-    QFETCH(QString, lateDigits);
-    QFETCH(QString, typedAfter);
-    QFETCH(QString, expectedText);
+        QTest::newRow("13 digits exactly 100 ms apart") << Keys().digits(ean, 100).events << QStringList{ean};
+        // The six digits before a gap of 101 ms are dropped; six more complete a code.
+        QTest::newRow("after a gap six more digits complete a code")
+            << Keys().digits(ean.left(6), 30).digits(ean.mid(6), 30, 101).digits(QStringLiteral("123456"), 30).events
+            << QStringList{ean.mid(6) + QStringLiteral("123456")};
+        QTest::newRow("Return after 13 digits gives one reading")
+            << Keys().digits(ean, 30).tap(returnKey, 30).events << QStringList{ean};
+        QTest::newRow("Return after 12 digits empties the buffer")
+            << Keys().digits(ean.left(12), 30).tap(returnKey, 30).digits(QStringLiteral("2"), 30).events
+            << QStringList();
+        QTest::newRow("14 digits: the 14th starts a new code")
+            << Keys().digits(ean + QStringLiteral("4"), 30).digits(QStringLiteral("000000000001"), 30).events
+            << QStringList{ean, QStringLiteral("4000000000001")};
+        QTest::newRow("digits with Shift held are not collected")
+            << Keys().shiftedDigits(QStringLiteral("11111"), 30).release(shiftKey).digits(ean, 30).events
+            << QStringList{ean};
+        // A key's release consumes the modifiers: without a repeat of Shift the
+        // next digit counts again.
+        QTest::newRow("a digit released takes Shift with it")
+            << Keys().press(shiftKey, 30).digits(QStringLiteral("1") + ean, 30).events << QStringList{ean};
+        QTest::newRow("a keypad digit inside a burst neither counts nor breaks it")
+            << Keys().digits(ean.left(6), 30).tap(keypadZero + 7, 30).digits(ean.mid(6), 30).events
+            << QStringList{ean};
+        QTest::newRow("a letter keeps the burst alive across 120 ms between digits")
+            << Keys().digits(ean.left(6), 30).tap(letterA, 60).digits(ean.mid(6), 60).events << QStringList{ean};
+        QTest::newRow("a clock that went back keeps the run")
+            << Keys().digits(ean.left(6), 30).digits(ean.mid(6), 30, -86000000).events << QStringList{ean};
+    }
 
-    QWidget window;
-    auto* edit = new QLineEdit(&window);
-    auto* button = new QPushButton(&window);
-    window.show();
-    QApplication::setActiveWindow(&window);
-    QVERIFY(QTest::qWaitForWindowActive(&window));
-    QWidget* focused = lineHasFocus ? static_cast<QWidget*>(edit) : button;
-    focused->setFocus();
-    QTRY_COMPARE(QApplication::focusWidget(), focused);
-    // What the scanner typed into the line before its last digit.
-    edit->setText(ean.left(12));
+    void readings()
+    {
+        QFETCH(QVector<KeyEvent>, events);
+        KeyboardReader reader;
+        QSignalSpy spy(&reader, &KeyboardReader::newReading);
+        feed(reader, events);
+        QTEST(QStringList(argumentsOf<QString>(spy)), "expected");
+    }
 
-    KeyboardReader reader;
-    QSignalSpy spy(&reader, &KeyboardReader::newReading);
-    const Keys scan = Keys().digits(ean, 20);
-    feed(reader, scan.events);
-    QCOMPARE(QStringList(argumentsOf<QString>(spy)), QStringList{ean});
-    const qint64 lastDigitTime = scan.events.at(scan.events.size() - 2).time;
-    typeInto(edit, lateDigits, lastDigitTime);
-    typeInto(edit, typedAfter, lastDigitTime + 300);
-    QCOMPARE(edit->text(), expectedText);
-    QTest::qWait(100);
-    QCOMPARE(edit->text(), expectedText);
-}
+    void sequences_data()
+    {
+        QTest::addColumn<QVector<KeyEvent>>("events");
+        QTest::addColumn<QList<QKeySequence>>("expected");
+        QTest::addColumn<int>("escapes");
 
-void TestKeyboardReader::ownWindowsWithoutSystemStream()
-{
-    // Offscreen there is no system-wide stream: the program's reader watches
-    // its own windows, and sees each key once although the event passes from
-    // the window on to the line.
-    KeyboardReader* reader = KeyboardReader::instance();
-    QSignalSpy readings(reader, &KeyboardReader::newReading);
-    QSignalSpy sequences(reader, &KeyboardReader::shortcut);
+        // Ctrl released alone is a sequence Qt has no name for: Qt::Key_unknown.
+        QTest::newRow("Ctrl held: F1 then F2, then Ctrl released")
+            << Keys().press(controlKey).tap(f1Key).tap(f2Key).release(controlKey).events
+            << QList<QKeySequence>{Qt::CTRL | Qt::Key_F1, Qt::Key_F2, Qt::Key_unknown} << 0;
+        QTest::newRow("modifier released before the key drops out")
+            << Keys().press(controlKey).press(letterD).release(controlKey).release(letterD).events
+            << QList<QKeySequence>{Qt::Key_unknown, Qt::Key_D} << 0;
+        // Escape acts at its press; its sequence comes at the release as any other.
+        QTest::newRow("Esc pressed") << Keys().press(escapeKey).events << QList<QKeySequence>() << 1;
+        QTest::newRow("Esc released") << Keys().tap(escapeKey).events << QList<QKeySequence>{Qt::Key_Escape} << 1;
+    }
 
-    QLineEdit edit;
-    edit.show();
-    QApplication::setActiveWindow(&edit);
-    QVERIFY(QTest::qWaitForWindowActive(&edit));
-    for (const QChar digit : ean)
-        QTest::keyClick(edit.windowHandle(), Qt::Key(Qt::Key_0 + digit.digitValue()));
-    QCOMPARE(QStringList(argumentsOf<QString>(readings)), QStringList{ean});
-    QCOMPARE(sequences.count(), ean.size());
+    void sequences()
+    {
+        QFETCH(QVector<KeyEvent>, events);
+        KeyboardReader reader;
+        QSignalSpy spy(&reader, &KeyboardReader::shortcut);
+        QSignalSpy escapes(&reader, &KeyboardReader::escape);
+        feed(reader, events);
+        QTEST(argumentsOf<QKeySequence>(spy), "expected");
+        QTEST(escapes.count(), "escapes");
+    }
 
-    sequences.clear();
-    // Presses Ctrl, clicks D, releases Ctrl.
-    QTest::keyClick(edit.windowHandle(), Qt::Key_D, Qt::ControlModifier);
-    QCOMPARE(argumentsOf<QKeySequence>(sequences), (QList<QKeySequence>{Qt::CTRL | Qt::Key_D, Qt::Key_unknown}));
-}
+    void focusedLineCleared_data()
+    {
+        QTest::addColumn<bool>("lineHasFocus");
+        QTest::addColumn<QString>("lateDigits");
+        QTest::addColumn<QString>("typedAfter");
+        QTest::addColumn<QString>("expectedText");
+
+        QTest::newRow("a line without the focus keeps its text") << false << QString() << QString() << ean.left(12);
+        // The window's own copy of the scanner's keys can come after the reading.
+        QTest::newRow("search line with the focus is emptied, late digit too")
+            << true << ean.right(1) << QString() << QString();
+        // Regression: digits typed after a scan were wiped when they were part of the code.
+        QTest::newRow("digits typed after the scan stay") << true << ean.right(1) << "590" << "590";
+    }
+
+    void focusedLineCleared()
+    {
+        QFETCH(bool, lineHasFocus);
+        QFETCH(QString, lateDigits);
+        QFETCH(QString, typedAfter);
+        QFETCH(QString, expectedText);
+
+        QWidget window;
+        auto* edit = new QLineEdit(&window);
+        auto* button = new QPushButton(&window);
+        window.show();
+        QApplication::setActiveWindow(&window);
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        QWidget* focused = lineHasFocus ? static_cast<QWidget*>(edit) : button;
+        focused->setFocus();
+        QTRY_COMPARE(QApplication::focusWidget(), focused);
+        // What the scanner typed into the line before its last digit.
+        edit->setText(ean.left(12));
+
+        KeyboardReader reader;
+        QSignalSpy spy(&reader, &KeyboardReader::newReading);
+        const Keys scan = Keys().digits(ean, 20);
+        feed(reader, scan.events);
+        QCOMPARE(QStringList(argumentsOf<QString>(spy)), QStringList{ean});
+        const qint64 lastDigitTime = scan.events.at(scan.events.size() - 2).time;
+        typeInto(edit, lateDigits, lastDigitTime);
+        typeInto(edit, typedAfter, lastDigitTime + 300);
+        QCOMPARE(edit->text(), expectedText);
+        QTest::qWait(100);
+        QCOMPARE(edit->text(), expectedText);
+    }
+
+    void ownWindowsWithoutSystemStream()
+    {
+        // Offscreen there is no system-wide stream: the program's reader watches
+        // its own windows, and sees each key once although the event passes from
+        // the window on to the line.
+        KeyboardReader* reader = KeyboardReader::instance();
+        QSignalSpy readings(reader, &KeyboardReader::newReading);
+        QSignalSpy sequences(reader, &KeyboardReader::shortcut);
+
+        QLineEdit edit;
+        edit.show();
+        QApplication::setActiveWindow(&edit);
+        QVERIFY(QTest::qWaitForWindowActive(&edit));
+        for (const QChar digit : ean)
+            QTest::keyClick(edit.windowHandle(), Qt::Key(Qt::Key_0 + digit.digitValue()));
+        QCOMPARE(QStringList(argumentsOf<QString>(readings)), QStringList{ean});
+        QCOMPARE(sequences.count(), ean.size());
+
+        sequences.clear();
+        // Presses Ctrl, clicks D, releases Ctrl.
+        QTest::keyClick(edit.windowHandle(), Qt::Key_D, Qt::ControlModifier);
+        QCOMPARE(argumentsOf<QKeySequence>(sequences), (QList<QKeySequence>{Qt::CTRL | Qt::Key_D, Qt::Key_unknown}));
+    }
+};
 
 QTEST_MAIN(TestKeyboardReader)
 #include "tst_keyboardreader.moc"

@@ -17,103 +17,96 @@ class tst_StatisticsSender : public QObject {
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void offlineAndRefusedRecordsWaitAndGoOnceEach();
-    void thousandOfflineRecordsAllArriveOnceThroughALock();
-    void unopenableStoreDoesNotEndTheProgram();
+    void initTestCase()
+    {
+        setProgramDir(dir.path());
+        DrugDatabase::createStatisticsTable();
+        QVERIFY(simulator.start(QUILLARD_SIMULATOR_PORT));
+    }
+
+    void offlineAndRefusedRecordsWaitAndGoOnceEach()
+    {
+        setOnline(false);
+        StatisticsSender::sendSearch("l'eau", " ", "drug_list");
+        StatisticsSender::sendRecipeGroup(3);
+        QTRY_COMPARE(stored().size(), 2);
+        const QStringList queued = stored();
+        setOnline(true);
+        StatisticsSender::instance()->postOverdueStats(); // the minute's tick; each success takes the next
+        QCOMPARE(bodies("recipe_group.php", 1) + bodies("search.php", 1), queued); // with their own dates
+        QVERIFY(queued.first().startsWith("{\"app_key\":\"{") && queued.first().endsWith("\"group_id\":3}"));
+        QTRY_COMPARE(stored().size(), 0);
+
+        // A row that isn't JSON goes out as an empty object, which the service refuses: it waits again.
+        DrugDatabase::storeStatistics(simulator.baseUrl() + "/desktop/usage/click.php", "{not json");
+        StatisticsSender::instance()->postOverdueStats();
+        QCOMPARE(bodies("click.php", 1), QStringList("{}"));
+        QTRY_COMPARE(stored(), QStringList("{}"));
+        DrugDatabase::takeOverdueRecord();
+    }
+
+    void thousandOfflineRecordsAllArriveOnceThroughALock()
+    {
+        const int threadsBefore = threads();
+        QProcess locker; // another program holds the store for a second
+        locker.start("python3", { "-c", "import sqlite3,sys,time; c=sqlite3.connect(sys.argv[1]); c.execute('BEGIN EXCLUSIVE');"
+                                        "print(flush=True); time.sleep(1); c.commit()", dir.filePath("statistics.sqlite3") });
+        QVERIFY(locker.waitForReadyRead());
+        setOnline(false);
+        for (int i = 0; i < 1000; ++i)
+            StatisticsSender::sendSearch(QString::number(i), " ", "drug_list");
+        QTRY_COMPARE_WITH_TIMEOUT(stored().size(), 1000, 60000);
+        const QStringList queued = stored();
+        setOnline(true);
+        for (int tick = 0; tick < 4; ++tick)
+            StatisticsSender::instance()->postOverdueStats();
+        QCOMPARE(bodies("search.php", 1000), queued);
+        QTRY_COMPARE(stored().size(), 0);
+        QTRY_VERIFY(threads() <= threadsBefore);
+    }
+
+    void unopenableStoreDoesNotEndTheProgram()
+    {
+        DatabaseConnection::of("statistics.sqlite3").close();
+        QVERIFY(QFile::remove(dir.filePath("statistics.sqlite3")) && QDir(dir.path()).mkdir("statistics.sqlite3"));
+        DrugDatabase::storeStatistics("http://127.0.0.1/", "{}");
+        QVERIFY(!DrugDatabase::isStatisticsEmpty()); // a closed store never reads as empty
+        QCOMPARE(DrugDatabase::takeOverdueRecord(), (QPair<QString, QByteArray>()));
+    }
 
 private:
-    QStringList stored(); // the queued records, sorted
-    QStringList bodies(const QString& path, int count); // once `count` have come, sorted
-    static int threads();
+    // the queued records, sorted
+    QStringList stored()
+    {
+        QStringList rows;
+        for (QSqlQuery query("SELECT data FROM json", DrugDatabase::databaseHandle("statistics.sqlite3")); query.next();)
+            rows << query.value(0).toString();
+        rows.sort();
+        return rows;
+    }
+
+    // once `count` have come, sorted
+    QStringList bodies(const QString& path, int count)
+    {
+        QStringList texts;
+        (void)QTest::qWaitFor([&] { return simulator.records("/desktop/usage/" + path).size() >= count; }, 60000);
+        for (const QJsonValue& record : simulator.records("/desktop/usage/" + path))
+            texts << record["body"].toString();
+        texts.sort();
+        return texts;
+    }
+
+    static int threads()
+    {
+        QFile status("/proc/self/status");
+        status.open(QIODevice::ReadOnly);
+        return QRegularExpression("Threads:\\s*(\\d+)").match(status.readAll()).captured(1).toInt();
+    }
     void setOnline(bool up) { QVERIFY(up ? simulator.start(QUILLARD_SIMULATOR_PORT) : (simulator.stop(), true)); }
 
     QTemporaryDir dir;
     Simulator simulator;
 };
-
-void tst_StatisticsSender::initTestCase()
-{
-    setProgramDir(dir.path());
-    DrugDatabase::createStatisticsTable();
-    QVERIFY(simulator.start(QUILLARD_SIMULATOR_PORT));
-}
-
-QStringList tst_StatisticsSender::stored()
-{
-    QStringList rows;
-    for (QSqlQuery query("SELECT data FROM json", DrugDatabase::databaseHandle("statistics.sqlite3")); query.next();)
-        rows << query.value(0).toString();
-    rows.sort();
-    return rows;
-}
-
-QStringList tst_StatisticsSender::bodies(const QString& path, int count)
-{
-    QStringList texts;
-    (void)QTest::qWaitFor([&] { return simulator.records("/desktop/usage/" + path).size() >= count; }, 60000);
-    for (const QJsonValue& record : simulator.records("/desktop/usage/" + path))
-        texts << record["body"].toString();
-    texts.sort();
-    return texts;
-}
-
-int tst_StatisticsSender::threads()
-{
-    QFile status("/proc/self/status");
-    status.open(QIODevice::ReadOnly);
-    return QRegularExpression("Threads:\\s*(\\d+)").match(status.readAll()).captured(1).toInt();
-}
-
-void tst_StatisticsSender::offlineAndRefusedRecordsWaitAndGoOnceEach()
-{
-    setOnline(false);
-    StatisticsSender::sendSearch("l'eau", " ", "drug_list");
-    StatisticsSender::sendRecipeGroup(3);
-    QTRY_COMPARE(stored().size(), 2);
-    const QStringList queued = stored();
-    setOnline(true);
-    StatisticsSender::instance()->postOverdueStats(); // the minute's tick; each success takes the next
-    QCOMPARE(bodies("recipe_group.php", 1) + bodies("search.php", 1), queued); // with their own dates
-    QVERIFY(queued.first().startsWith("{\"app_key\":\"{") && queued.first().endsWith("\"group_id\":3}"));
-    QTRY_COMPARE(stored().size(), 0);
-
-    // A row that isn't JSON goes out as an empty object, which the service refuses: it waits again.
-    DrugDatabase::storeStatistics(simulator.baseUrl() + "/desktop/usage/click.php", "{not json");
-    StatisticsSender::instance()->postOverdueStats();
-    QCOMPARE(bodies("click.php", 1), QStringList("{}"));
-    QTRY_COMPARE(stored(), QStringList("{}"));
-    DrugDatabase::takeOverdueRecord();
-}
-
-void tst_StatisticsSender::thousandOfflineRecordsAllArriveOnceThroughALock()
-{
-    const int threadsBefore = threads();
-    QProcess locker; // another program holds the store for a second
-    locker.start("python3", { "-c", "import sqlite3,sys,time; c=sqlite3.connect(sys.argv[1]); c.execute('BEGIN EXCLUSIVE');"
-                                    "print(flush=True); time.sleep(1); c.commit()", dir.filePath("statistics.sqlite3") });
-    QVERIFY(locker.waitForReadyRead());
-    setOnline(false);
-    for (int i = 0; i < 1000; ++i)
-        StatisticsSender::sendSearch(QString::number(i), " ", "drug_list");
-    QTRY_COMPARE_WITH_TIMEOUT(stored().size(), 1000, 60000);
-    const QStringList queued = stored();
-    setOnline(true);
-    for (int tick = 0; tick < 4; ++tick)
-        StatisticsSender::instance()->postOverdueStats();
-    QCOMPARE(bodies("search.php", 1000), queued);
-    QTRY_COMPARE(stored().size(), 0);
-    QTRY_VERIFY(threads() <= threadsBefore);
-}
-
-void tst_StatisticsSender::unopenableStoreDoesNotEndTheProgram()
-{
-    DatabaseConnection::of("statistics.sqlite3").close();
-    QVERIFY(QFile::remove(dir.filePath("statistics.sqlite3")) && QDir(dir.path()).mkdir("statistics.sqlite3"));
-    DrugDatabase::storeStatistics("http://127.0.0.1/", "{}");
-    QVERIFY(!DrugDatabase::isStatisticsEmpty()); // a closed store never reads as empty
-    QCOMPARE(DrugDatabase::takeOverdueRecord(), (QPair<QString, QByteArray>()));
-}
 
 QTEST_MAIN(tst_StatisticsSender)
 #include "tst_statisticssender.moc"
