@@ -48,17 +48,31 @@ void BubbleBox::display(const Drug& drug)
     remove();
     ui->drug_name->setText(drug.name);
     ui->Indication->setText(drug.status);
-    ui->listWidget_2->clear();
 
     ShortcutsDispatcher* dispatcher = ShortcutsDispatcher::instance();
+    // One read of the settings store for the whole box, not one per row.
+    dispatcher->reload(false);
     const QList<DescriptionSection> sections = DrugDatabase::descriptionsOf(drug.vid);
-    for (const DescriptionSection& section : sections) {
-        const QString chord = dispatcher->sequenceFor(section.caption).toString(QKeySequence::PortableText);
-        auto* row = new BubbleboxListItem(section.caption, chord, nullptr);
+    QListWidget* list = ui->listWidget_2;
+    list->clearSelection();
+    list->setCurrentRow(-1);
+    // The rows of the last drug take the new sections: building and styling
+    // eighteen rows anew at every scan was most of the box's time.
+    while (list->count() > sections.size())
+        delete list->takeItem(list->count() - 1);
+    for (int i = 0; i < sections.size(); ++i) {
+        const QString caption = sections.at(i).caption;
+        const QString chord = dispatcher->loadedSequenceFor(caption).toString(QKeySequence::PortableText);
+        if (i < list->count()) {
+            if (auto* row = qobject_cast<BubbleboxListItem*>(list->itemWidget(list->item(i))))
+                row->setSection(caption, chord);
+            continue;
+        }
+        auto* row = new BubbleboxListItem(caption, chord, nullptr);
         auto* item = new QListWidgetItem;
         item->setData(Qt::SizeHintRole, row->size());
-        ui->listWidget_2->addItem(item);
-        ui->listWidget_2->setItemWidget(item, row);
+        list->addItem(item);
+        list->setItemWidget(item, row);
     }
     display();
 }

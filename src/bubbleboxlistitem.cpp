@@ -17,10 +17,7 @@ BubbleboxListItem::BubbleboxListItem(const QString& section, const QString& shor
     , ui(new Ui::BubbleboxListItem)
 {
     ui->setupUi(this);
-    ui->label->setText(section);
-    ui->label_2->setText(shortcut);
-    if (shortcut.isEmpty())
-        ui->label_2->hide();
+    setSection(section, shortcut);
 }
 
 BubbleboxListItem::~BubbleboxListItem()
@@ -33,6 +30,17 @@ QString BubbleboxListItem::text() const
     return ui->label->text();
 }
 
+void BubbleboxListItem::setSection(const QString& section, const QString& shortcut)
+{
+    // A row hidden under the mouse never saw it leave.
+    if (hovered)
+        setTextColour(restingColour);
+    hovered = false;
+    ui->label->setText(section);
+    ui->label_2->setText(shortcut);
+    ui->label_2->setVisible(!shortcut.isEmpty());
+}
+
 void BubbleboxListItem::setTextColour(const QString& colour)
 {
     ui->label->setStyleSheet(labelStyle(700, colour));
@@ -42,11 +50,13 @@ void BubbleboxListItem::setTextColour(const QString& colour)
 void BubbleboxListItem::enterEvent(QEvent* event)
 {
     setTextColour(hoverColour);
+    hovered = true;
     QWidget::enterEvent(event);
 }
 
 void BubbleboxListItem::leaveEvent(QEvent* event)
 {
     setTextColour(restingColour);
+    hovered = false;
     QWidget::leaveEvent(event);
 }

@@ -17,6 +17,8 @@ public:
     ~BubbleboxListItem() override;
 
     QString text() const;
+    // Shows another section in this row, as a freshly made row would.
+    void setSection(const QString& section, const QString& shortcut);
 
 protected:
     void enterEvent(QEvent* event) override;
@@ -26,4 +28,5 @@ private:
     void setTextColour(const QString& colour);
 
     Ui::BubbleboxListItem* ui = nullptr;
+    bool hovered = false;
 };

@@ -53,7 +53,12 @@ void ShortcutsDispatcher::onShortcut(const QKeySequence& seq)
 QKeySequence ShortcutsDispatcher::sequenceFor(const QString& description)
 {
     reload(false);
-    for (const auto& entry : qAsConst(shortcuts)) {
+    return loadedSequenceFor(description);
+}
+
+QKeySequence ShortcutsDispatcher::loadedSequenceFor(const QString& description) const
+{
+    for (const auto& entry : shortcuts) {
         if (entry.second == description)
             return entry.first;
     }

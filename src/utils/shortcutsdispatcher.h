@@ -19,6 +19,8 @@ public:
     void reload(bool force);
     // The chord of a section; empty when the section has none.
     QKeySequence sequenceFor(const QString& description);
+    // The same from the table as last read, for a caller that has just reloaded it.
+    QKeySequence loadedSequenceFor(const QString& description) const;
 
 signals:
     void shortcut(QString sectionTitle);
