@@ -103,9 +103,27 @@ void CollapsibleSection::setContentLayout(QLayout* layout)
 {
     delete content->layout();
     content->setLayout(layout);
+    setOpenHeights(layout->sizeHint().height());
+}
 
+void CollapsibleSection::reuse(const QString& title)
+{
+    toggleAnimation->stop();
+    toggleButton->setChecked(false);
+    toggleButton->setArrowType(Qt::DownArrow);
+    titleButton->setText(title);
+    content->setMaximumHeight(0);
+    setMinimumHeight(0);
+    setMaximumHeight(QWIDGETSIZE_MAX);
+    if (QLayout* layout = content->layout()) {
+        layout->invalidate();
+        setOpenHeights(layout->sizeHint().height());
+    }
+}
+
+void CollapsibleSection::setOpenHeights(int contentHeight)
+{
     const int collapsedHeight = sizeHint().height() - content->maximumHeight();
-    const int contentHeight = layout->sizeHint().height();
     const int last = toggleAnimation->animationCount() - 1;
     for (int i = 0; i < last; ++i) {
         auto* animation = static_cast<QPropertyAnimation*>(toggleAnimation->animationAt(i));

@@ -25,6 +25,9 @@ public:
     void setContentLayout(QLayout* layout);
     QScrollArea* contentArea() const;
     QString title() const;
+    // Shows another section in this one: closed at once, under `title`, its
+    // open height taken again from the content's present size.
+    void reuse(const QString& title);
 
     bool isExpanded() const;
     void collapse();
@@ -36,6 +39,7 @@ public:
 
 private:
     void onToggleClicked(bool checked);
+    void setOpenHeights(int contentHeight);
 
     QGridLayout* mainLayout = nullptr;
     QToolButton* toggleButton = nullptr;

@@ -67,45 +67,20 @@ public:
 
 DescrTab::DescrTab(const QString& title, const QString& text, QWidget* parent)
     : QWidget(parent)
-    , title(title)
-    , text(text)
 {
     layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     textEdit = new QTextEdit(this);
-    textEdit->setText(text);
-
-    const int parentWidth = parent ? parent->width() : width();
-    qDebug() << "parent width" << parentWidth;
-    textEdit->setFixedWidth(parentWidth - 100);
-    textEdit->document()->setTextWidth(parentWidth - 100);
-
-    const QSize size = textEdit->document()->size().toSize();
-    qDebug() << title << "size" << size;
+    measureFont = textEdit->font();
 
     textEdit->setObjectName(QStringLiteral("descrText"));
-    QFont font = textEdit->font();
-    font.setPixelSize(14);
-    textEdit->setFont(font);
     textEdit->setReadOnly(true);
     textEdit->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     textEdit->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    // Every paragraph, not only the one the cursor stands in.
-    QTextCursor all(textEdit->document());
-    all.select(QTextCursor::Document);
-    QTextBlockFormat justified;
-    justified.setAlignment(Qt::AlignJustify);
-    all.mergeBlockFormat(justified);
 
     printButton = new QPushButton(QStringLiteral("Drukuj"), this);
     printButton->setObjectName(QStringLiteral("printButton"));
     printButton->setCursor(Qt::PointingHandCursor);
-
-    // Measured before the larger font: the factor covers it, and the text has
-    // no scroll bar to fall back on. The button comes on top, or a one-line
-    // text would leave it no room.
-    setFixedSize(size.width(), static_cast<int>(std::lround(size.height() * 1.75)) + layout->spacing()
-                     + printButton->sizeHint().height());
 
     layout->addWidget(textEdit, 1);
     // At its own width under the text, not stretched across the section.
@@ -115,6 +90,41 @@ DescrTab::DescrTab(const QString& title, const QString& text, QWidget* parent)
     printDocument.setPageSize(QPageSize::size(QPageSize::A4, QPageSize::Point));
     // A printer can't ink the paper's edge: every page keeps about 15 mm free around the text.
     printDocument.setDocumentMargin(42);
+
+    setContent(title, text, parent ? parent->width() : width());
+}
+
+void DescrTab::setContent(const QString& title, const QString& text, int width)
+{
+    this->title = title;
+    this->text = text;
+    QTextDocument* document = textEdit->document();
+    document->setDefaultFont(measureFont);
+    textEdit->setText(text);
+
+    qDebug() << "parent width" << width;
+    textEdit->setFixedWidth(width - 100);
+    document->setTextWidth(width - 100);
+
+    const QSize size = document->size().toSize();
+    qDebug() << title << "size" << size;
+
+    QFont font = measureFont;
+    font.setPixelSize(14);
+    textEdit->setFont(font);
+    document->setDefaultFont(textEdit->font());
+    // Every paragraph, not only the one the cursor stands in.
+    QTextCursor all(document);
+    all.select(QTextCursor::Document);
+    QTextBlockFormat justified;
+    justified.setAlignment(Qt::AlignJustify);
+    all.mergeBlockFormat(justified);
+
+    // Measured before the larger font: the factor covers it, and the text has
+    // no scroll bar to fall back on. The button comes on top, or a one-line
+    // text would leave it no room.
+    setFixedSize(size.width(), static_cast<int>(std::lround(size.height() * 1.75)) + layout->spacing()
+                     + printButton->sizeHint().height());
 }
 
 void DescrTab::search(const QString& phrase)

@@ -19,6 +19,10 @@ public:
     // `text` is an HTML fragment; the parent's width sets the text's width.
     DescrTab(const QString& title, const QString& text, QWidget* parent);
 
+    // Shows another section's text, measured against `width` as the
+    // constructor measures against its parent's width.
+    void setContent(const QString& title, const QString& text, int width);
+
     void search(const QString& phrase);
     // The style of the text and its print button, set once on the frame that
     // holds the sections rather than parsed again for each of them.
@@ -36,5 +40,7 @@ private:
     QPushButton* printButton = nullptr;
     QString title;
     QString text;
+    // The font the text is measured in, the edit's own before its larger one.
+    QFont measureFont;
     QTextDocument printDocument;
 };

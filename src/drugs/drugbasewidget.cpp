@@ -25,6 +25,7 @@
 #include <QListWidgetItem>
 #include <QMouseEvent>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QUrl>
 #include <QVBoxLayout>
 
@@ -192,30 +193,59 @@ void DrugBaseWidget::showDrug(const QString& vid)
     fillSubstitutes();
 }
 
+int DrugBaseWidget::descriptionWidth(int currentIndex)
+{
+    // The frame has its real width once its tab has been laid out at the tabs'
+    // present size; until then the tab is shown for a moment and its posted
+    // layout request taken at once.
+    if (!descriptionsLaidOut || ui->Sekcje_opisowe_tab->size() != ui->tabWidget->currentWidget()->size()) {
+        ui->tabWidget->setCurrentWidget(ui->Sekcje_opisowe_tab);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+        ui->tabWidget->setCurrentIndex(currentIndex);
+        descriptionsLaidOut = isVisible();
+    }
+    // The texts are measured against the column without a scroll bar, as it
+    // stands before the sections fill it.
+    const QScrollBar* bar = ui->descScrollArea->verticalScrollBar();
+    return ui->descFrame->width() + (bar->isVisible() ? bar->width() : 0);
+}
+
 void DrugBaseWidget::fillDescriptions(const QString& vid, int currentIndex)
 {
     const QList<DescriptionSection> sections = DrugDatabase::descriptionsOf(vid);
-    qDeleteAll(ui->descFrame->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly));
-
-    // The blocks measure their text against the frame, which has its real width
-    // only once its tab has been shown; a tab shown for the first time gets its
-    // size from a posted layout request, taken here at once.
-    ui->tabWidget->setCurrentWidget(ui->Sekcje_opisowe_tab);
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
-    ui->tabWidget->setCurrentIndex(currentIndex);
+    // The sections of the last drug take the new texts: each holds a text edit
+    // and its layout, too dear to build again at every scan.
+    while (descSections.size() > sections.size()) {
+        delete descSections.takeLast();
+        delete descLines.takeLast();
+        descTabs.removeLast();
+    }
+    const int width = descriptionWidth(currentIndex);
 
     ui->noDescLabel->hide();
     ui->descScrollArea->show();
     QLayout* column = ui->descFrame->layout();
-    for (const DescriptionSection& description : sections) {
+    for (int i = 0; i < sections.size(); ++i) {
+        const DescriptionSection& description = sections.at(i);
+        if (i < descSections.size()) {
+            descTabs.at(i)->setContent(description.caption, description.value, width);
+            descSections.at(i)->reuse(description.caption);
+            continue;
+        }
         auto* section = new CollapsibleSection(0, description.caption, sectionAnimationMs, ui->descFrame);
         QFrame* line = newSectionLine(ui->descFrame);
         auto* content = new QVBoxLayout;
-        content->addWidget(new DescrTab(description.caption, description.value, ui->descFrame));
+        auto* tab = new DescrTab(description.caption, description.value, ui->descFrame);
+        if (width != ui->descFrame->width())
+            tab->setContent(description.caption, description.value, width);
+        content->addWidget(tab);
         section->setContentLayout(content);
         column->addWidget(section);
         column->addWidget(line);
         column->setAlignment(Qt::AlignTop);
+        descSections.append(section);
+        descLines.append(line);
+        descTabs.append(tab);
     }
 
     if (sections.isEmpty()) {

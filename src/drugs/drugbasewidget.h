@@ -2,10 +2,13 @@
 
 #include "utils/advertprovider.h"
 
+#include <QList>
 #include <QModelIndex>
 #include <QWidget>
 
 class CollapsibleSection;
+class DescrTab;
+class QFrame;
 class QPushButton;
 
 namespace Ui {
@@ -57,6 +60,7 @@ private:
     void setPanesVisible(bool visible);
     void setRowNameStyle(int row, const QString& style);
     void showDrug(const QString& vid);
+    int descriptionWidth(int currentIndex);
     void fillDescriptions(const QString& vid, int currentIndex);
     void fillWarnings(const QString& vid, int currentIndex);
     void fillGifDecisions(const QString& vid);
@@ -68,4 +72,9 @@ private:
 
     Ui::DrugBaseWidget* ui = nullptr;
     QPushButton* clearDrugs = nullptr;
+    // The description sections in the column's order, each with its line and text.
+    QList<CollapsibleSection*> descSections;
+    QList<QFrame*> descLines;
+    QList<DescrTab*> descTabs;
+    bool descriptionsLaidOut = false;
 };
