@@ -163,7 +163,7 @@ void DrugInfoWidget::onDrugViewModelSelectedDrugChanged(int)
     if (DrugDatabase::leafletPath(drug->vid).isEmpty())
         ui->printButton->hide();
 
-    repaint();
+    update();
 }
 
 void DrugInfoWidget::showPicture(const QPixmap& picture)
@@ -180,7 +180,7 @@ void DrugInfoWidget::showPlaceholder()
 {
     showPicture(QPixmap(placeholderPicture));
     ui->pushButton->show();
-    repaint();
+    update();
 }
 
 void DrugInfoWidget::onDrugImageResult(QNetworkReply* reply)
@@ -202,7 +202,7 @@ void DrugInfoWidget::onDrugImageResult(QNetworkReply* reply)
     picture.save(cachedPicturePath(gid), "PNG");
     if (current) {
         showPicture(picture);
-        repaint();
+        update();
     }
 }
 

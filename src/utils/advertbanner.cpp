@@ -29,7 +29,7 @@ void show(QWidget* page, QLabel* label, AdvertType advertType)
         label->setMovie(provider->currentMovie());
         label->movie()->start();
     }
-    page->repaint();
+    page->update();
     const Advert advert = provider->currentAdvert();
     label->setCursor(advert.gid.isEmpty() && advert.url.isEmpty() ? Qt::ArrowCursor : Qt::PointingHandCursor);
     label->setProperty("gid", advert.gid);
