@@ -8,6 +8,7 @@
 #include "drugs/drugsubstituteviewmodel.h"
 #include "drugs/drugviewmodel.h"
 #include "drugs/gifbubble.h"
+#include "recipes/recipewidget.h"
 #include "settings/contact.h"
 #include "settings/databaseinfo.h"
 #include "settings/pharmacyselector.h"
@@ -33,6 +34,7 @@
 #include <QSettings>
 #include <QStatusBar>
 #include <QTimer>
+#include <QWindow>
 
 namespace {
 MainWindow* mainWindowInstance = nullptr;
@@ -98,7 +100,6 @@ MainWindow::MainWindow(QWidget* parent)
     DrugSubstituteViewModel::instance();
     DrugSubstituteViewModel::connectToDrugViewModel();
 
-    ui->recipes->hide();
     ui->drugBase->show();
 
     // The program ends through "Zamknij", a program update or the end of the
@@ -173,7 +174,7 @@ void MainWindow::Init()
     if (dbChecked && programChecked) {
         ui->drugBase->installAdvertFilter();
         // The checks may have replaced the database under the recipes page.
-        ui->recipes->loadGroups();
+        recipesPage()->loadGroups();
         connectInputs();
     }
 
@@ -346,14 +347,42 @@ void MainWindow::showAlertMessage(const QString& text, int milliseconds)
 
 void MainWindow::showDrugPage()
 {
-    ui->recipes->hide();
+    if (recipes)
+        recipes->hide();
     ui->drugBase->show();
 }
 
 void MainWindow::showRecipesPage()
 {
     ui->drugBase->hide();
-    ui->recipes->show();
+    recipesPage()->show();
+}
+
+// Made in code rather than by the form: building the page and reading its
+// groups took a fifth of the start, and nothing of it shows before "Receptury".
+RecipeWidget* MainWindow::recipesPage()
+{
+    if (recipes)
+        return recipes;
+    recipes = new RecipeWidget(ui->centralWidget);
+    recipes->setObjectName(QStringLiteral("recipes"));
+    recipes->hide();
+    ui->verticalLayout->addWidget(recipes);
+    // A banner chosen before the page existed is shown on it as on the drug page.
+    const AdvertProvider* provider = AdvertProvider::instance();
+    if (provider->hasAnnounced())
+        recipes->changeAd(provider->lastAnnounced());
+    return recipes;
+}
+
+bool MainWindow::eventFilter(QObject* watched, QEvent* event)
+{
+    // Once the window is on screen the page is made on the next turn of the loop.
+    if (watched == windowHandle() && event->type() == QEvent::Expose && windowHandle()->isExposed()) {
+        windowHandle()->removeEventFilter(this);
+        QTimer::singleShot(0, this, [this] { recipesPage(); });
+    }
+    return QMainWindow::eventFilter(watched, event);
 }
 
 void MainWindow::showSubstitutes()
@@ -413,6 +442,8 @@ void MainWindow::onNewReading(const QString& ean)
 void MainWindow::display()
 {
     show();
+    if (!recipes && windowHandle())
+        windowHandle()->installEventFilter(this);
     activateWindow();
     bubbleBox->remove();
     // The shortcuts window opens by itself once, at the first show: it writes

@@ -7,6 +7,7 @@
 #include <QSystemTrayIcon>
 
 class BubbleBox;
+class RecipeWidget;
 
 namespace Ui {
 class MainWindow;
@@ -44,6 +45,7 @@ public slots:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private slots:
     void onSessionEnding();
@@ -69,10 +71,13 @@ private:
     void setAlertStyle(bool alert);
     void bringForward();
     void setAlertStyleFor(int milliseconds);
+    // The recipes page, made at its first need or once the window is on screen.
+    RecipeWidget* recipesPage();
 
     Ui::MainWindow* ui = nullptr;
     QSystemTrayIcon* trayIcon = nullptr;
     BubbleBox* bubbleBox = nullptr;
+    RecipeWidget* recipes = nullptr;
     DatabaseUpdater databaseUpdater;
     bool manualDbCheck = false;
     ProgramUpdater programUpdater;

@@ -45,6 +45,13 @@ AdvertProvider::~AdvertProvider()
     delete movieData;
 }
 
+void AdvertProvider::announce(AdvertType type)
+{
+    announced = true;
+    lastType = type;
+    emit newAdd(type);
+}
+
 void AdvertProvider::changeAd()
 {
     Advert next = DrugDatabase::randomAdvert();
@@ -52,17 +59,17 @@ void AdvertProvider::changeAd()
 
     // An empty result is told here and again below, as no type matches it.
     if (advert.data.isEmpty())
-        emit newAdd(NoAdvert);
+        announce(NoAdvert);
 
     if (advert.type == staticType) {
         // A picture that doesn't load leaves a null pixmap: the page shows an empty label.
         if (!pixmap.loadFromData(QByteArray::fromBase64(advert.data)))
             qDebug() << "D/AdvertProvider::changeAd | the banner is no picture";
-        emit newAdd(StaticAdvert);
+        announce(StaticAdvert);
         return;
     }
     if (advert.type != animatedType) {
-        emit newAdd(NoAdvert);
+        announce(NoAdvert);
         return;
     }
 
@@ -77,5 +84,5 @@ void AdvertProvider::changeAd()
     if (!movie->isValid())
         qDebug() << "D/AdvertProvider::changeAd | the animated banner is no animation";
     movie->start();
-    emit newAdd(AnimatedAdvert);
+    announce(AnimatedAdvert);
 }

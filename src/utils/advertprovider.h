@@ -28,6 +28,9 @@ public:
     QPixmap currentPixmap() const { return pixmap; }
     // Still owned by the provider; the next animated banner replaces it.
     QMovie* currentMovie() const { return movie; }
+    // What the last newAdd() told, for a page made after it; false before the first.
+    bool hasAnnounced() const { return announced; }
+    AdvertType lastAnnounced() const { return lastType; }
 
 signals:
     void newAdd(AdvertType advertType);
@@ -37,6 +40,7 @@ public slots:
 
 private:
     AdvertProvider();
+    void announce(AdvertType type);
 
     QTimer* timer = nullptr;
     Advert advert;
@@ -44,4 +48,6 @@ private:
     QBuffer* movieBuffer = nullptr;
     QMovie* movie = nullptr;
     QPixmap pixmap;
+    bool announced = false;
+    AdvertType lastType = NoAdvert;
 };
