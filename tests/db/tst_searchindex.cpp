@@ -67,9 +67,14 @@ QString randomBaseSql()
 
 QStringList typedTexts(const QString& kind)
 {
+#ifdef QUILLARD_SANITIZED_BUILD
+    constexpr int count = 100;
+#else
+    constexpr int count = 700;
+#endif
     QRandomGenerator random(11);
     QStringList texts;
-    for (int i = 0; i < 700; ++i) {
+    for (int i = 0; i < count; ++i) {
         if (kind == QLatin1String("pieces"))
             texts << randomText(random, 1 + random.bounded(3));
         else if (kind == QLatin1String("digits"))

@@ -58,7 +58,7 @@ private slots:
         QTRY_COMPARE_WITH_TIMEOUT(stored().size(), 1000, 60000);
         const QStringList queued = stored();
         setOnline(true);
-        for (int tick = 0; tick < 4; ++tick)
+        for (int tick = 0; tick < 8; ++tick) // eight chains, as many as workers may run
             StatisticsSender::instance()->postOverdueStats();
         QCOMPARE(bodies("search.php", 1000), queued);
         QTRY_COMPARE(stored().size(), 0);
@@ -89,7 +89,7 @@ private:
     QStringList bodies(const QString& path, int count)
     {
         QStringList texts;
-        (void)QTest::qWaitFor([&] { return simulator.records("/desktop/usage/" + path).size() >= count; }, 60000);
+        (void)QTest::qWaitFor([&] { return simulator.records("/desktop/usage/" + path).size() >= count; }, 180000);
         for (const QJsonValue& record : simulator.records("/desktop/usage/" + path))
             texts << record["body"].toString();
         texts.sort();
