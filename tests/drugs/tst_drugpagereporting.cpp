@@ -142,9 +142,9 @@ void tst_DrugPageReporting::recordOfEachUse()
     section->findChild<QToolButton*>()->click(); // closing sends none
     expectOne("click.php", R"({"type":"click_big_window","vid":"100001","window":")" + section->title() + "\"}");
 
-    GifBubble bubble(nullptr);
-    bubble.Show("gif/a.pdf", "gif/a.pdf", "2025-03-14", "Wycofanie", 1, "100001");
-    bubble.findChild<QPushButton*>("pushButton")->click();
+    auto* bubble = new GifBubble(nullptr); // it deletes itself when its time is up
+    bubble->Show("gif/a.pdf", "gif/a.pdf", "2025-03-14", "Wycofanie", 1, "100001");
+    bubble->findChild<QPushButton*>("pushButton")->click();
     expectOne("click.php", R"({"type":"gif","vid":"100001","window":"gif/a.pdf"})");
 
     QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualItemRect(list->item(0)).center());
