@@ -852,7 +852,9 @@ def main(argv=None):
         stop.set()
         # A test killed mid-run may leave our stderr pipe unread: a write to it
         # would block the orderly stop for ever, and the port with it.
-        threading.Timer(3.0, lambda: os._exit(0)).start()
+        watchdog = threading.Timer(3.0, lambda: os._exit(0))
+        watchdog.daemon = True
+        watchdog.start()
 
     signal.signal(signal.SIGTERM, on_signal)
     signal.signal(signal.SIGINT, on_signal)
