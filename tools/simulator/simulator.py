@@ -858,6 +858,8 @@ def main(argv=None):
 
     signal.signal(signal.SIGTERM, on_signal)
     signal.signal(signal.SIGINT, on_signal)
+    # A mask inherited from the starting thread must not hold the stop back.
+    signal.pthread_sigmask(signal.SIG_UNBLOCK, {signal.SIGTERM, signal.SIGINT})
 
     worker = threading.Thread(target=server.serve_forever, kwargs={"poll_interval": 0.2}, daemon=True)
     worker.start()
@@ -865,8 +867,12 @@ def main(argv=None):
     sys.stdout.flush()
     log("serving on 127.0.0.1:%d, database %s" % (server.server_address[1], args.db or "(none)"))
 
+    # The simulator goes with whoever started it, also through a launcher
+    # script whose own end the operating system wouldn't pass on to us.
+    parent = os.getppid()
     while not stop.wait(0.5):
-        pass
+        if os.getppid() != parent:
+            break
     server.state.stopping.set()
     server.shutdown()
     server.server_close()
