@@ -63,6 +63,14 @@ public:
     SimpleImageViewerSource source;
 };
 
+// Never shown, so never styled: every text is measured in it as in a new edit.
+// It lives as long as the process, as the pages that use it do.
+QTextEdit* measuringEdit()
+{
+    static QTextEdit* edit = new QTextEdit;
+    return edit;
+}
+
 } // namespace
 
 DescrTab::DescrTab(const QString& title, const QString& text, QWidget* parent)
@@ -74,6 +82,9 @@ DescrTab::DescrTab(const QString& title, const QString& text, QWidget* parent)
     measureFont = textEdit->font();
 
     textEdit->setObjectName(QStringLiteral("descrText"));
+    QFont font = measureFont;
+    font.setPixelSize(14);
+    textEdit->setFont(font);
     textEdit->setReadOnly(true);
     textEdit->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     textEdit->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -98,23 +109,26 @@ void DescrTab::setContent(const QString& title, const QString& text, int width)
 {
     this->title = title;
     this->text = text;
-    QTextDocument* document = textEdit->document();
-    document->setDefaultFont(measureFont);
     textEdit->setText(text);
-
     qDebug() << "parent width" << width;
     textEdit->setFixedWidth(width - 100);
-    document->setTextWidth(width - 100);
+    textEdit->document()->setTextWidth(width - 100);
 
-    const QSize size = document->size().toSize();
+    // Measured as a new, unstyled edit measures: 100 by 30 when its text comes,
+    // so that its frame and scroll bar take their room from the width.
+    QTextEdit* measure = measuringEdit();
+    measure->setMinimumSize(0, 0);
+    measure->setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
+    measure->setGeometry(0, 0, 100, 30);
+    measure->document()->setDefaultFont(measureFont);
+    measure->setText(text);
+    measure->setFixedWidth(width - 100);
+    measure->document()->setTextWidth(width - 100);
+    const QSize size = measure->document()->size().toSize();
     qDebug() << title << "size" << size;
 
-    QFont font = measureFont;
-    font.setPixelSize(14);
-    textEdit->setFont(font);
-    document->setDefaultFont(textEdit->font());
     // Every paragraph, not only the one the cursor stands in.
-    QTextCursor all(document);
+    QTextCursor all(textEdit->document());
     all.select(QTextCursor::Document);
     QTextBlockFormat justified;
     justified.setAlignment(Qt::AlignJustify);

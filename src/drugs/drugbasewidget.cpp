@@ -25,7 +25,6 @@
 #include <QListWidgetItem>
 #include <QMouseEvent>
 #include <QPushButton>
-#include <QScrollBar>
 #include <QUrl>
 #include <QVBoxLayout>
 
@@ -204,10 +203,7 @@ int DrugBaseWidget::descriptionWidth(int currentIndex)
         ui->tabWidget->setCurrentIndex(currentIndex);
         descriptionsLaidOut = isVisible();
     }
-    // The texts are measured against the column without a scroll bar, as it
-    // stands before the sections fill it.
-    const QScrollBar* bar = ui->descScrollArea->verticalScrollBar();
-    return ui->descFrame->width() + (bar->isVisible() ? bar->width() : 0);
+    return ui->descFrame->width();
 }
 
 void DrugBaseWidget::fillDescriptions(const QString& vid, int currentIndex)
