@@ -95,6 +95,9 @@ MainWindow::MainWindow(QWidget* parent)
     QTimer::singleShot(fourHours, Qt::CoarseTimer, this, [this] { databaseUpdater.check(); });
 
     setWindowState(Qt::WindowMaximized);
+    // The recipes page waits for the window's first showing on screen.
+    if (QWindow* handle = windowHandle())
+        handle->installEventFilter(this);
     DrugDatabase::createStatisticsTable();
 
     DrugSubstituteViewModel::instance();
@@ -173,8 +176,12 @@ void MainWindow::Init()
     // wires them once more: a code is then handled once per pass.
     if (dbChecked && programChecked) {
         ui->drugBase->installAdvertFilter();
-        // The checks may have replaced the database under the recipes page.
-        recipesPage()->loadGroups();
+        // The checks may have replaced the database under the recipes page; a
+        // page not made yet reads it again when it is made, as it would have here.
+        if (recipes)
+            recipes->loadGroups();
+        else
+            recipesReloadPending = true;
         connectInputs();
     }
 
@@ -372,6 +379,10 @@ RecipeWidget* MainWindow::recipesPage()
     const AdvertProvider* provider = AdvertProvider::instance();
     if (provider->hasAnnounced())
         recipes->changeAd(provider->lastAnnounced());
+    if (recipesReloadPending) {
+        recipesReloadPending = false;
+        recipes->loadGroups();
+    }
     return recipes;
 }
 

@@ -78,6 +78,7 @@ private:
     QSystemTrayIcon* trayIcon = nullptr;
     BubbleBox* bubbleBox = nullptr;
     RecipeWidget* recipes = nullptr;
+    bool recipesReloadPending = false;
     DatabaseUpdater databaseUpdater;
     bool manualDbCheck = false;
     ProgramUpdater programUpdater;
