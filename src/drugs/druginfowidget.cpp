@@ -163,6 +163,7 @@ void DrugInfoWidget::onDrugViewModelSelectedDrugChanged(int)
     if (DrugDatabase::leafletPath(drug->vid).isEmpty())
         ui->printButton->hide();
 
+    // Painted on the next frame, once, rather than in the middle of a scan.
     update();
 }
 

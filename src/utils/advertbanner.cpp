@@ -29,6 +29,8 @@ void show(QWidget* page, QLabel* label, AdvertType advertType)
         label->setMovie(provider->currentMovie());
         label->movie()->start();
     }
+    // Painted with the rest of the page on the next frame: a scan changes the
+    // banner in the middle of refilling the page.
     page->update();
     const Advert advert = provider->currentAdvert();
     label->setCursor(advert.gid.isEmpty() && advert.url.isEmpty() ? Qt::ArrowCursor : Qt::PointingHandCursor);
