@@ -122,15 +122,17 @@ private slots:
         select(vids.at(0));
         QCOMPARE(part<QPushButton>("pushButton")->isHidden(), !cached.isEmpty());
         QCOMPARE(QDir(dir.filePath(QStringLiteral("cache"))).entryList(QDir::Files), cached);
+        // A silent service under load can see a request sent again on a new
+        // connection, and a slow build's earlier requests come in late; what
+        // counts is whether the group's next drug asks again.
+        const int before = simulator.records(imageKey).size();
         select(vids.at(1));
         QTest::qWait(300);
-        // A silent service under load can see a request sent again on a new
-        // connection; what counts is whether the group's next drug asks again.
         const int requests = simulator.records(imageKey).size();
         if (cached.isEmpty())
-            QVERIFY2(requests >= 2, qPrintable(QString::number(requests)));
+            QVERIFY2(requests > before, qPrintable(QString::number(requests)));
         else
-            QCOMPARE(requests, 1);
+            QCOMPARE(requests, before);
     }
 
     void uploadSendsPictureAndShowsRefusal()
