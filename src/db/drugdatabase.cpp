@@ -750,7 +750,14 @@ QPair<QString, QByteArray> takeOverdueRecord()
             record.second = statement.text(1).toUtf8();
         }
     }
+    if (record.first.isEmpty())
+        return {};
+    // A record is posted only once it has left the store: a removal that fails
+    // (another program holding the file past the busy time-out) would otherwise
+    // send it now and again at the next tick.
     PreparedStatement remove(statisticsDatabaseName, removeOverdueSql);
+    if (remove.changedRows() < 1)
+        return {};
     return record;
 }
 

@@ -19,6 +19,8 @@ public:
     ~PreparedStatement();
 
     bool isExecuted() const { return executed; }
+    // Rows changed by an INSERT, UPDATE or DELETE; 0 when it failed.
+    int changedRows() const { return executed ? query.numRowsAffected() : 0; }
     bool next();
     QVariant value(int column) const { return query.value(column); }
     QString text(int column) const { return query.value(column).toString(); }

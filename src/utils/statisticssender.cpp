@@ -7,7 +7,6 @@
 
 #include <QCoreApplication>
 #include <QDateTime>
-#include <QDeadlineTimer>
 #include <QDebug>
 #include <QJsonDocument>
 #include <QThread>
@@ -22,9 +21,6 @@ constexpr int overdueInterval = 60000;
 // is dropped. A burst of a thousand clicks offline stays within the process's
 // file descriptors.
 constexpr int maxWorkers = 8;
-
-// How long the quitting program waits for its workers to end.
-constexpr int quitWaitMs = 3000;
 
 StatisticsSender* theSender = nullptr;
 
@@ -108,9 +104,11 @@ void StatisticsSender::workerEnded(QThread* thread)
 }
 
 // Nothing would otherwise wait for the workers, and a thread still running
-// when the statics go down takes the process with it. The workers are asked to
-// stop (a probe or post under way ends at once) and given a bounded time; the
-// records not yet started go into the store.
+// when the statics go down takes the process with it: its store connection
+// lives in storage that goes with them. The workers are asked to stop (a probe
+// or post under way ends at once) and waited for to the end, which a store held
+// by another program delays by at most SQLite's busy time-out. The records not
+// yet started go into the store.
 void StatisticsSender::endWorkers()
 {
     if (quitting)
@@ -124,14 +122,11 @@ void StatisticsSender::endWorkers()
     }
     for (QThread* thread : qAsConst(workers))
         thread->quit();
-    const QDeadlineTimer deadline(quitWaitMs);
-    const QSet<QThread*> running = workers;
-    for (QThread* thread : running) {
-        if (thread->wait(deadline)) {
-            workers.remove(thread);
-            delete thread;
-        }
+    for (QThread* thread : qAsConst(workers)) {
+        thread->wait();
+        delete thread;
     }
+    workers.clear();
 }
 
 void StatisticsSender::emitPostingSucceed()
@@ -145,6 +140,10 @@ void StatisticsSender::postOverdueStats()
     if (DrugDatabase::isStatisticsEmpty())
         return;
     const QPair<QString, QByteArray> overdue = DrugDatabase::takeOverdueRecord();
+    // Nothing was taken (the store is closed or busy): posting an empty address
+    // would only put an empty record back into the store.
+    if (overdue.first.isEmpty())
+        return;
     post(overdue.first, QJsonDocument::fromJson(overdue.second).object());
 }
 

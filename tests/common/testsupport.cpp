@@ -12,7 +12,9 @@
 #include <QSqlDatabase>
 #include <QSqlError>
 #include <QSqlQuery>
+#include <QElapsedTimer>
 #include <QStandardPaths>
+#include <QTest>
 
 namespace TestSupport {
 
@@ -32,6 +34,24 @@ std::unique_ptr<MainWindow> demoWindow(const QString& dir, Simulator& simulator)
         return nullptr;
     auto window = std::make_unique<MainWindow>(nullptr);
     return simulator.waitForStartupChecks() ? std::move(window) : nullptr;
+}
+
+bool waitWhileProgressing(const std::function<bool()>& done, const std::function<qint64()>& progress, int stallMs)
+{
+    qint64 last = progress();
+    QElapsedTimer sinceProgress;
+    sinceProgress.start();
+    while (!done()) {
+        if (sinceProgress.hasExpired(stallMs))
+            return false;
+        QTest::qWait(20);
+        const qint64 now = progress();
+        if (now != last) {
+            last = now;
+            sinceProgress.restart();
+        }
+    }
+    return true;
 }
 
 QString drugSchema()

@@ -2,6 +2,7 @@
 
 #include <QString>
 
+#include <functional>
 #include <memory>
 
 class MainWindow;
@@ -24,5 +25,11 @@ bool useDemoDatabase(const QString& dir);
 // simulator offering that base as current on the build's port; returned once its
 // start-up checks are over (which wire the scanner), null if they never end.
 std::unique_ptr<MainWindow> demoWindow(const QString& dir, Simulator& simulator);
+
+// Waits until `done` holds for as long as `progress` keeps changing: a busy
+// machine may slow a test down as much as it likes, and only `stallMs` without
+// any progress ends the wait. Returns whether `done` came to hold.
+bool waitWhileProgressing(const std::function<bool()>& done, const std::function<qint64()>& progress,
+                          int stallMs = 30000);
 
 } // namespace TestSupport
