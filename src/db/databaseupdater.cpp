@@ -109,6 +109,7 @@ bool replaceFile(const QString& from, const QString& to)
 DatabaseUpdater::DatabaseUpdater(QObject* parent)
     : QObject(parent)
     , unzipWatcher(new QFutureWatcher<bool>(this))
+    , updateTimer(this)
 {
     connect(unzipWatcher, &QFutureWatcher<bool>::finished, this, &DatabaseUpdater::unzipFinished);
     connect(&refundCheckGet, &QtHttpGet::result, this, &DatabaseUpdater::onCheckRefundResult);
@@ -117,6 +118,7 @@ DatabaseUpdater::DatabaseUpdater(QObject* parent)
 
     // A precise timer never fires early, so a check never lands just before 03:00
     // and again just after it.
+    updateTimer.setObjectName(QStringLiteral("dailyCheckTimer"));
     updateTimer.setSingleShot(true);
     updateTimer.setTimerType(Qt::PreciseTimer);
     connect(&updateTimer, &QTimer::timeout, this, &DatabaseUpdater::updateTimerElapsed);
@@ -266,6 +268,9 @@ void DatabaseUpdater::unzipFinished()
     newVersionAvailable = false;
 
     if (replacedOld) {
+        // Every later check asks with the new base's version; with the old one
+        // it would download the same base again each time.
+        setLocalVersion(DrugDatabase::dataVersion());
         emit replaced();
         return;
     }

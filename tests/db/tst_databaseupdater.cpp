@@ -11,6 +11,7 @@
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 
 #include <memory>
 
@@ -29,6 +30,9 @@ private slots:
     void downloadUnpackAndReplace();
     void failedUpdateKeepsOldBase_data();
     void failedUpdateKeepsOldBase();
+    void nextDailyCheck_data();
+    void nextDailyCheck();
+    void dailyCheckComesEveryDay();
 
 private:
     QString basePath() const { return programFolder->filePath(DrugDatabase::drugDatabaseName); }
@@ -153,6 +157,17 @@ void TestDatabaseUpdater::downloadUnpackAndReplace()
     QCOMPARE(DrugDatabase::dataVersion(), QStringLiteral("1800000000"));
     QCOMPARE(DrugDatabase::listDate(), QStringLiteral("2027-01-01"));
     QCOMPARE(programFiles(), QStringList{DrugDatabase::drugDatabaseName});
+
+    // The next check asks with the new base's version and finds nothing newer,
+    // instead of downloading the same base again.
+    QVERIFY(simulator.reset());
+    QVERIFY(simulator.setValue(QStringLiteral("data_version"), QStringLiteral("1800000000")));
+    QVERIFY(simulator.setValue(QStringLiteral("list_date"), QStringLiteral("2027-01-01")));
+    QSignalSpy checked(&updater, &DatabaseUpdater::checked);
+    updater.check();
+    QTRY_COMPARE(checked.count(), 1);
+    QVERIFY(firstQuery(versionKey).endsWith(QStringLiteral("&db=1800000000")));
+    QVERIFY(!updater.isNewVersionAvailable());
 }
 
 void TestDatabaseUpdater::failedUpdateKeepsOldBase_data()
@@ -194,5 +209,53 @@ void TestDatabaseUpdater::failedUpdateKeepsOldBase()
     QCOMPARE(DrugDatabase::dataVersion(), localVersion);
 }
 
-QTEST_GUILESS_MAIN(TestDatabaseUpdater)
+void TestDatabaseUpdater::nextDailyCheck_data()
+{
+    QTest::addColumn<QDateTime>("now");
+    QTest::addColumn<qint64>("wait");
+
+    constexpr qint64 hour = 3600000;
+    QTest::newRow("a second before three") << QDateTime({2026, 11, 24}, {2, 59, 59}) << qint64(1000);
+    QTest::newRow("at three: the next day") << QDateTime({2026, 11, 24}, {3, 0}) << 24 * hour;
+    QTest::newRow("evening before the new year") << QDateTime({2026, 12, 31}, {23, 30}) << 3 * hour + hour / 2;
+    QTest::newRow("day before summer time: 23 hours") << QDateTime({2026, 3, 28}, {3, 0}) << 23 * hour;
+    QTest::newRow("the night the clock jumps") << QDateTime({2026, 3, 29}, {1, 30}) << hour / 2;
+    QTest::newRow("day before winter time: 25 hours") << QDateTime({2026, 10, 24}, {3, 0}) << 25 * hour;
+}
+
+void TestDatabaseUpdater::nextDailyCheck()
+{
+    QFETCH(QDateTime, now);
+    QTEST(DatabaseUpdater::msecsToNextCheck(now), "wait");
+}
+
+// Fault pinned: the timer was not armed again after the first 03:00 check.
+void TestDatabaseUpdater::dailyCheckComesEveryDay()
+{
+    DatabaseUpdater updater;
+    updater.setLocalVersion(localVersion);
+    auto* timer = updater.findChild<QTimer*>(QStringLiteral("dailyCheckTimer"));
+    QVERIFY(timer);
+    QSignalSpy checked(&updater, &DatabaseUpdater::checked);
+    for (int day = 1; day <= 3; ++day) {
+        QVERIFY(timer->isActive());
+        timer->stop();
+        QVERIFY(QMetaObject::invokeMethod(timer, "timeout"));
+        QTRY_COMPARE(checked.count(), day);
+        QVERIFY(timer->isActive());
+        const qint64 expected = DatabaseUpdater::msecsToNextCheck(QDateTime::currentDateTime());
+        QVERIFY(qAbs(timer->remainingTime() - expected) < 60000);
+    }
+}
+
+int main(int argc, char* argv[])
+{
+    // The daily check keeps to 03:00 of Polish time, also across the changes to
+    // and from summer time.
+    qputenv("TZ", "Europe/Warsaw");
+    QCoreApplication app(argc, argv);
+    TestDatabaseUpdater test;
+    QTEST_SET_MAIN_SOURCE_PATH
+    return QTest::qExec(&test, argc, argv);
+}
 #include "tst_databaseupdater.moc"
