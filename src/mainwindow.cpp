@@ -17,7 +17,8 @@
 #include "settings/usersettingsform.h"
 #include "settingskeys.h"
 #include "utils/advertprovider.h"
-#include "utils/connectivity.h"
+#include "urls.h"
+#include "utils/connectionprobe.h"
 #include "utils/keyboardreader.h"
 #include "utils/shortcutsdispatcher.h"
 #include "utils/statisticssender.h"
@@ -59,6 +60,7 @@ void removeFilesIn(const QString& path)
 MainWindow::MainWindow(QWidget* parent)
     : QMainWindow(parent)
     , ui(new Ui::MainWindow)
+    , databaseUpdater(this)
 {
     ui->setupUi(this);
     mainWindowInstance = this;
@@ -112,7 +114,11 @@ MainWindow::MainWindow(QWidget* parent)
     connect(qApp, &QGuiApplication::commitDataRequest, this, &MainWindow::onSessionEnding);
     connect(qApp, &QCoreApplication::aboutToQuit, this, [] { DrugDatabase::closeDatabase(); });
 
-    Init();
+    // The window comes up first and the checks follow on the event loop's first
+    // turn: a network that hangs must not keep the pharmacist from the window.
+    connectionProbe = new ConnectionProbe(websiteUrl, this);
+    connect(connectionProbe, &ConnectionProbe::answered, this, &MainWindow::continueInit);
+    QTimer::singleShot(0, this, &MainWindow::Init);
 }
 
 MainWindow::~MainWindow()
@@ -132,27 +138,42 @@ MainWindow* MainWindow::instance()
 void MainWindow::Init()
 {
     qDebug() << "D/MainWindow::Init";
-    // The pass that the constructor runs comes before the program names its
-    // settings store: the notice waits for the next pass.
-    if (!QCoreApplication::organizationName().isEmpty()) {
-        QSettings settings;
-        if (!settings.value(SettingsKeys::seenRodoInfo, false).toBool()) {
-            auto* notice = new RODOInfo(nullptr);
-            if (notice->exec() == QDialog::Accepted) {
-                settings.setValue(SettingsKeys::seenRodoInfo, true);
-                settings.sync();
-            }
-            notice->deleteLater();
-        }
-    }
-
+    showPersonalDataNotice();
     ui->centralWidget->setEnabled(true);
-    const bool online = internetConnection();
     if (QFileInfo(programDir() + QStringLiteral("/") + DrugDatabase::drugDatabaseName).size() < smallestDatabase) {
         qDebug() << "D/MainWindow::Init | No DB";
         ui->centralWidget->setEnabled(false);
     }
+    // A pass asked for while a probe is under way is served by its answer.
+    if (connectionProbe->isRunning())
+        return;
+    qDebug() << "D/MainWindow::internetConnection | Checking internet connection";
+    connectionProbe->start();
+}
 
+void MainWindow::showPersonalDataNotice()
+{
+    // Without the program's names there is no settings store to remember the
+    // answer in (tests make windows without them).
+    if (QCoreApplication::organizationName().isEmpty() || personalDataNotice)
+        return;
+    if (QSettings().value(SettingsKeys::seenRodoInfo, false).toBool())
+        return;
+    // Over the window, without waiting for it: the checks go on meanwhile.
+    personalDataNotice = new RODOInfo(nullptr);
+    personalDataNotice->setAttribute(Qt::WA_DeleteOnClose);
+    connect(personalDataNotice, &QDialog::finished, this, [](int result) {
+        if (result != QDialog::Accepted)
+            return;
+        QSettings settings;
+        settings.setValue(SettingsKeys::seenRodoInfo, true);
+        settings.sync();
+    });
+    personalDataNotice->open();
+}
+
+void MainWindow::continueInit(bool online)
+{
     if (online && !programChecked) {
         qDebug() << "D/MainWindow::Init | Checking update";
         showStatusMessage(QStringLiteral("Sprawdzanie aktualizacji programu..."), messageTime);
@@ -172,17 +193,17 @@ void MainWindow::Init()
     }
     qDebug() << "D/MainWindow::Init | Finnished checks";
 
-    // Offline the inputs stay unwired for this run, and every complete pass
-    // wires them once more: a code is then handled once per pass.
-    if (dbChecked && programChecked) {
-        ui->drugBase->installAdvertFilter();
+    // The local base is the whole point of a look-up, so the scanner works
+    // offline too; wired more than once, one code would be handled once per pass.
+    connectInputs();
+    if (dbChecked && programChecked && recipesOutdated) {
+        recipesOutdated = false;
         // The checks may have replaced the database under the recipes page; a
         // page not made yet reads it again when it is made, as it would have here.
         if (recipes)
             recipes->loadGroups();
         else
             recipesReloadPending = true;
-        connectInputs();
     }
 
     auto* dbVersionMessage = findChild<QLabel*>(QStringLiteral("dbVersionMessage"));
@@ -192,10 +213,14 @@ void MainWindow::Init()
     QTimer::singleShot(messageTime, dbVersionMessage, &QLabel::show);
 }
 
-bool MainWindow::internetConnection()
+// The chain's questions and notices wait for nobody: a box comes up over the
+// window and the chain goes on from its answer, while the window keeps serving
+// the scanner and its timers.
+void MainWindow::ask(QMessageBox* box, const std::function<void(QAbstractButton*)>& answered)
 {
-    qDebug() << "D/MainWindow::internetConnection | Checking internet connection";
-    return Connectivity::internetConnection();
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    connect(box, &QMessageBox::finished, this, [box, answered] { answered(box->clickedButton()); });
+    box->open();
 }
 
 void MainWindow::onProgramActVersion()
@@ -206,7 +231,9 @@ void MainWindow::onProgramActVersion()
 
 void MainWindow::onProgramUpdateError()
 {
-    QMessageBox::critical(this, QStringLiteral("Błąd"), QStringLiteral("Podczas aktualizacji programu wystąpił błąd"));
+    ask(new QMessageBox(QMessageBox::Critical, QStringLiteral("Błąd"),
+                        QStringLiteral("Podczas aktualizacji programu wystąpił błąd"), QMessageBox::Ok, this),
+        [](QAbstractButton*) {});
     programChecked = true;
     Init();
 }
@@ -214,18 +241,19 @@ void MainWindow::onProgramUpdateError()
 void MainWindow::onProgramOldVersion(const QString& current, const QString& online)
 {
     qDebug() << "Update" << current << " ->" << online;
-    QMessageBox question(this);
-    question.setText(QStringLiteral("Dostępna nowa wersja programu!"));
-    question.setInformativeText(QStringLiteral("Aktualnie używasz wydania ") + current.simplified()
-                                + QStringLiteral(", dostępne jest ") + online.simplified()
-                                + QStringLiteral(". Czy chcesz zakutalizować teraz?"));
-    QPushButton* yes = question.addButton(QStringLiteral("Tak"), QMessageBox::YesRole);
-    question.addButton(QStringLiteral("Anuluj"), QMessageBox::NoRole);
-    question.exec();
-    if (question.clickedButton() == yes)
-        programUpdater.downloadUpdate();
-    programChecked = true;
-    Init();
+    auto* question = new QMessageBox(this);
+    question->setText(QStringLiteral("Dostępna nowa wersja programu!"));
+    question->setInformativeText(QStringLiteral("Aktualnie używasz wydania ") + current.simplified()
+                                 + QStringLiteral(", dostępne jest ") + online.simplified()
+                                 + QStringLiteral(". Czy chcesz zakutalizować teraz?"));
+    QPushButton* yes = question->addButton(QStringLiteral("Tak"), QMessageBox::YesRole);
+    question->addButton(QStringLiteral("Anuluj"), QMessageBox::NoRole);
+    ask(question, [this, yes](QAbstractButton* clicked) {
+        if (clicked == yes)
+            programUpdater.downloadUpdate();
+        programChecked = true;
+        Init();
+    });
 }
 
 void MainWindow::dbCheckFinnished()
@@ -239,26 +267,37 @@ void MainWindow::dbCheckFinnished()
         return;
     }
     if (manualDbCheck) {
-        // A check from the menu announces the new base but never downloads it,
-        // whichever button is pressed: the answer is not read, as it always was.
-        QMessageBox question(this);
-        question.setIcon(QMessageBox::Question);
-        question.setText(databaseUpdater.isNewRefundListAvailable()
-                             ? QStringLiteral("Dostępna jest nowa wersja bazy danych uzupełniona o nową Listę "
-                                              "Refundacji.\nCzy chcesz ją teraz pobrać?")
-                             : QStringLiteral("Dostępna jest nowa wersja bazy danych.\nCzy chcesz ją teraz pobrać?"));
-        question.addButton(QStringLiteral("Tak"), QMessageBox::YesRole);
-        question.addButton(QStringLiteral("Nie"), QMessageBox::NoRole);
-        question.exec();
-        dbChecked = true;
-        Init();
-        manualDbCheck = false;
+        // A check from the menu asks first. "Tak" downloads through the same
+        // path as the start-up; "Nie" leaves the base as it is.
+        auto* question = new QMessageBox(this);
+        question->setIcon(QMessageBox::Question);
+        question->setText(databaseUpdater.isNewRefundListAvailable()
+                              ? QStringLiteral("Dostępna jest nowa wersja bazy danych uzupełniona o nową Listę "
+                                               "Refundacji.\nCzy chcesz ją teraz pobrać?")
+                              : QStringLiteral("Dostępna jest nowa wersja bazy danych.\nCzy chcesz ją teraz pobrać?"));
+        QPushButton* yes = question->addButton(QStringLiteral("Tak"), QMessageBox::YesRole);
+        question->addButton(QStringLiteral("Nie"), QMessageBox::NoRole);
+        ask(question, [this, yes](QAbstractButton* clicked) {
+            if (clicked == yes) {
+                // Still the user's own check: a failure of the download is told in a box.
+                downloadDatabase();
+                return;
+            }
+            dbChecked = true;
+            Init();
+            manualDbCheck = false;
+        });
         return;
     }
+    downloadDatabase();
+    manualDbCheck = false;
+}
+
+void MainWindow::downloadDatabase()
+{
     setAlertStyleFor(messageTime);
     showStatusMessage(QStringLiteral("Pobieranie aktualizacji bazy danych..."), messageTime);
     databaseUpdater.download();
-    manualDbCheck = false;
 }
 
 void MainWindow::dbDownloadFinnished()
@@ -272,9 +311,9 @@ void MainWindow::dbDownloadFinnished()
 void MainWindow::dbUpdateFinnished()
 {
     showStatusMessage(QStringLiteral("Baza danych została zaktualizowana!"), messageTime);
-    qDebug() << DrugDatabase::dataVersion();
-    databaseUpdater.setLocalVersion(DrugDatabase::dataVersion());
     dbChecked = true;
+    manualDbCheck = false;
+    recipesOutdated = true;
     Init();
     // The next banner comes from the new base.
     AdvertProvider::instance()->changeAd();
@@ -282,11 +321,18 @@ void MainWindow::dbUpdateFinnished()
 
 void MainWindow::dbUpdaterError()
 {
-    if (manualDbCheck)
-        QMessageBox::information(this, QStringLiteral("Błąd"),
-                                 QStringLiteral("Aktualizacja bazy danych nie powiodła sie. Spróbuj ponownie później"));
+    if (manualDbCheck) {
+        manualDbCheck = false;
+        ask(new QMessageBox(QMessageBox::Information, QStringLiteral("Błąd"),
+                            QStringLiteral("Aktualizacja bazy danych nie powiodła sie. Spróbuj ponownie później"),
+                            QMessageBox::Ok, this),
+            [](QAbstractButton*) {});
+    }
     showStatusMessage(QStringLiteral("Aktualizacja bazy danych nie powiodła sie. Spróbuj ponownie później!"),
                       messageTime);
+    // The pass ends here without the database step, which the next check tries
+    // again; the scanner works all the same.
+    connectInputs();
 }
 
 void MainWindow::on_actionAktualizuj_baz_danych_triggered()
@@ -404,6 +450,10 @@ void MainWindow::showSubstitutes()
 
 void MainWindow::connectInputs()
 {
+    if (inputsConnected)
+        return;
+    inputsConnected = true;
+    ui->drugBase->installAdvertFilter();
     // Queued: the key source's callback returns before a reading is handled.
     KeyboardReader* reader = KeyboardReader::instance();
     connect(reader, &KeyboardReader::newReading, this, &MainWindow::onNewReading, Qt::QueuedConnection);

@@ -4,9 +4,16 @@
 #include "programupdater.h"
 
 #include <QMainWindow>
+#include <QPointer>
 #include <QSystemTrayIcon>
 
+#include <functional>
+
 class BubbleBox;
+class ConnectionProbe;
+class QAbstractButton;
+class QMessageBox;
+class RODOInfo;
 class RecipeWidget;
 
 namespace Ui {
@@ -63,11 +70,18 @@ private slots:
     void onBubbleBoxSectionClicked(const QString& section);
 
 private:
-    // The start-up chain: the program's version, then the database's, and only
-    // then the inputs. Runs from the constructor and again after every step.
+    // The start-up chain: the program's version, then the database's. It first
+    // runs on the event loop's first turn, once the window is up, and again
+    // after every step; each pass probes the connection without waiting for it.
     void Init();
-    bool internetConnection();
+    void continueInit(bool online);
+    void showPersonalDataNotice();
+    // The scanner, the shortcuts and the box, wired at the end of the first
+    // pass whether online or not, and never again.
     void connectInputs();
+    void downloadDatabase();
+    // Shows `box` without waiting for it; `answered` gets the button pressed.
+    void ask(QMessageBox* box, const std::function<void(QAbstractButton*)>& answered);
     void setAlertStyle(bool alert);
     void bringForward();
     void setAlertStyleFor(int milliseconds);
@@ -79,6 +93,11 @@ private:
     BubbleBox* bubbleBox = nullptr;
     RecipeWidget* recipes = nullptr;
     bool recipesReloadPending = false;
+    // The recipes read the base again at the first complete pass and after each replaced base.
+    bool recipesOutdated = true;
+    ConnectionProbe* connectionProbe = nullptr;
+    QPointer<RODOInfo> personalDataNotice;
+    bool inputsConnected = false;
     DatabaseUpdater databaseUpdater;
     bool manualDbCheck = false;
     ProgramUpdater programUpdater;

@@ -1,14 +1,22 @@
 #pragma once
 
+#include <QNetworkRequest>
 #include <QString>
 
-// The blocking test of whether the internet can be reached: a GET of the
-// maker's web site, following redirects. Any answer with a body counts as
-// online, whatever its status. The calling thread keeps serving its events
-// through a nested loop while it waits.
+class QNetworkReply;
+
+// Whether the internet can be reached: a GET of the maker's web site,
+// following redirects. Any answer with a body counts as online, whatever its
+// status.
 namespace Connectivity {
 
+// The blocking test, for worker threads that have nothing else to serve: the
+// calling thread runs a nested loop while it waits.
 bool internetConnection();
 bool internetConnection(const QString& url);
+
+// The request and the verdict shared by the blocking test and ConnectionProbe.
+QNetworkRequest probeRequest(const QString& url);
+bool isOnline(QNetworkReply* reply);
 
 } // namespace Connectivity
