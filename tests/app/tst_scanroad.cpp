@@ -1,3 +1,4 @@
+#include "db/drugdatabase.h"
 #include "drugs/drugviewmodel.h"
 #include "drugs/searchlistitem.h"
 #include "mainwindow.h"
@@ -10,9 +11,11 @@
 #include <QListWidget>
 #include <QProcess>
 #include <QStandardPaths>
+#include <QStatusBar>
 #include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 
 #include <cstdio>
 #include <memory>
@@ -110,6 +113,29 @@ private slots:
             auto* item = qobject_cast<SearchListItem*>(list->itemWidget(list->item(row)));
             QCOMPARE(item->getDrug().vid, model->drugAt(row)->vid);
         }
+    }
+
+    // The local base is the whole point: started with the service gone, the
+    // scanner brings up the drug, and once the service is back the next check
+    // downloads the newer base.
+    void offlineStartScansAndLaterUpdates()
+    {
+        window.reset();
+        simulator.stop();
+        const QString localVersion = DrugDatabase::dataVersion();
+        window = std::make_unique<MainWindow>(nullptr);
+        QTRY_COMPARE(window->statusBar()->currentMessage(), QStringLiteral("Brak połączenia z internetem"));
+
+        DrugViewModel* model = DrugViewModel::instance();
+        const int before = model->drugCount();
+        QVERIFY(scan(ean));
+        QTRY_COMPARE_WITH_TIMEOUT(model->drugCount(), before + 1, 10000);
+        QCOMPARE(model->selectedDrug()->vid, vid);
+
+        const QString newerVersion = QString::number(localVersion.toLongLong() + 86400);
+        QVERIFY(simulator.startOfferingCurrent(newerVersion));
+        QVERIFY(QMetaObject::invokeMethod(window->findChild<QTimer*>(QStringLiteral("dailyCheckTimer")), "timeout"));
+        QTRY_COMPARE_WITH_TIMEOUT(DrugDatabase::dataVersion(), newerVersion, 20000);
     }
 
     void cleanupTestCase()
