@@ -11,6 +11,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QFile>
+#include <QJsonValue>
 #include <QRegularExpression>
 #include <QStandardPaths>
 #include <QStatusBar>
@@ -122,7 +123,8 @@ private slots:
         auto* dailyCheck = window->findChild<QTimer*>(QStringLiteral("dailyCheckTimer"));
         QVERIFY(dailyCheck);
         const QString newerVersion = QString::number(localVersion.toLongLong() + 86400);
-        const QString scans = QStringLiteral("/desktop/usage/scanned_ean.php");
+        // A code of its own: records of the other tests' scans may still come in late.
+        const QString weekCode = QStringLiteral("5909990000142");
         MessageBoxAnswerer answerer(QStringLiteral("Nie"));
         const auto runPasses = [&](int first, int last) {
             for (int pass = first; pass <= last; ++pass) {
@@ -141,8 +143,8 @@ private slots:
         // Half the passes and a scan: every connection and cache that is
         // meant to stay has been made.
         runPasses(1, 25);
-        QCOMPARE(handledScan(), 1);
-        QTRY_COMPARE(simulator.records(scans).size(), 1);
+        QCOMPARE(handledScan(weekCode), 1);
+        QTRY_COMPARE(scanRecords(weekCode), 1);
         const Resources settled = resources();
 
         runPasses(26, 50);
@@ -154,8 +156,8 @@ private slots:
         QVERIFY(simulator.records(QStringLiteral("/files/check.php?a=info")).last()[QStringLiteral("query")]
                     .toString().endsWith(QStringLiteral("&db=") + newerVersion));
 
-        QCOMPARE(handledScan(), 1);
-        QTRY_COMPARE(simulator.records(scans).size(), 2);
+        QCOMPARE(handledScan(weekCode), 1);
+        QTRY_COMPARE(scanRecords(weekCode), 2);
         // Nothing piles up from pass to pass: worker threads of the records and
         // Qt's look-up threads end when idle, message boxes go when answered.
         const bool same = TestSupport::waitWhileProgressing([&] { return resources().within(settled); },
@@ -187,12 +189,20 @@ private:
     }
 
     // How many drugs one scan of a demo code adds: 0 while the scanner is unwired.
-    int handledScan()
+    int handledScan(const QString& ean = QStringLiteral("5909990000012"))
     {
         const int before = DrugViewModel::instance()->drugCount();
-        emit KeyboardReader::instance()->newReading(QStringLiteral("5909990000012"));
+        emit KeyboardReader::instance()->newReading(ean);
         QTest::qWait(100);
         return DrugViewModel::instance()->drugCount() - before;
+    }
+
+    int scanRecords(const QString& ean)
+    {
+        int count = 0;
+        for (const QJsonValue& record : simulator.records(QStringLiteral("/desktop/usage/scanned_ean.php")))
+            count += record[QStringLiteral("body")].toString().contains(QStringLiteral("\"ean\":\"") + ean + '"');
+        return count;
     }
 
     QTemporaryDir dir;
