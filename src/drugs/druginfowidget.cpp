@@ -282,6 +282,7 @@ void DrugInfoWidget::onLeafletDownloader_fileReady()
     ui->leafletLabel->hide();
 
     auto* viewer = new ImageViewer(QStringLiteral("Ulotka"), &leafletDownloader, 0.5f, 4.0f, nullptr);
+    viewer->setFreedOnClose();
     viewer->showFirstPage();
     viewer->show();
 }
@@ -309,6 +310,7 @@ void DrugInfoWidget::onPDFDownloader_fileReady()
         return;
     const QString title = currentGif->name + QStringLiteral(" z dnia ") + currentGif->date;
     auto* viewer = new ImageViewer(title, &pdfDownloader, 0.5f, 4.0f, nullptr);
+    viewer->setFreedOnClose();
     viewer->showFirstPage();
     viewer->show();
 }

@@ -14,6 +14,7 @@
 #include <QJsonObject>
 #include <QLabel>
 #include <QLayout>
+#include <QPointer>
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QtTest>
@@ -177,6 +178,17 @@ private slots:
         QCOMPARE(openedUrls.size(), 1);
         QCOMPARE(openedUrls.first().fragment(QUrl::FullyDecoded),
                  QStringLiteral("search=Miętówka Żołądkowa Demo=status!!warn!!level!"));
+    }
+
+    // Regression: a closed leaflet viewer kept its full-size pages to the end of the run.
+    void closedLeafletViewerIsFreed()
+    {
+        select(QStringLiteral("100002"));
+        QTest::mouseClick(part<QPushButton>("printButton"), Qt::LeftButton);
+        QTRY_COMPARE_WITH_TIMEOUT(viewers().size(), 1, 15000);
+        QPointer<ImageViewer> viewer = viewers().first();
+        viewer->close();
+        QTRY_VERIFY(viewer.isNull());
     }
 
 private:
