@@ -180,6 +180,28 @@ private slots:
                  QStringLiteral("search=Miętówka Żołądkowa Demo=status!!warn!!level!"));
     }
 
+    void failedLeafletGivesTheButtonBack_data()
+    {
+        QTest::addColumn<QString>("fault");
+        QTest::newRow("no such leaflet") << "404";
+        QTest::newRow("answer cut off") << "truncated";
+    }
+
+    // Regression: a failed leaflet left "Drukuj ulotkę" disabled and its label
+    // showing until another drug was selected.
+    void failedLeafletGivesTheButtonBack()
+    {
+        QFETCH(QString, fault);
+        auto* print = part<QPushButton>("printButton");
+        auto* label = part<QLabel>("leafletLabel");
+        QVERIFY(simulator.setFault(QStringLiteral("/leaflets/*"), fault));
+        select(QStringLiteral("100001"));
+        QTest::mouseClick(print, Qt::LeftButton);
+        QVERIFY(!print->isEnabled());
+        QTRY_VERIFY_WITH_TIMEOUT(print->isEnabled() && label->isHidden(), 15000);
+        QCOMPARE(viewers().size(), 0);
+    }
+
     // Regression: a closed leaflet viewer kept its full-size pages to the end of the run.
     void closedLeafletViewerIsFreed()
     {
