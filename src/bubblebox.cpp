@@ -30,8 +30,7 @@ BubbleBox::BubbleBox(QWidget* parent)
     setAttribute(Qt::WA_ShowWithoutActivating);
     setAttribute(Qt::WA_TranslucentBackground);
 
-    const QRect screen = QGuiApplication::primaryScreen()->geometry();
-    move(screen.right() - screen.left() - 336, 9);
+    placeOnScreen();
 
     timer = new QTimer(this);
     timer->setObjectName(QStringLiteral("timer"));
@@ -79,6 +78,12 @@ void BubbleBox::display(const Drug& drug)
 
 void BubbleBox::display()
 {
+    // With no screen (a monitor switched off, a remote session between two
+    // connections) there is nowhere to show the box; the scan goes on without it.
+    if (!placeOnScreen()) {
+        qDebug() << "D/BubbleBox::display | no screen to show the box on";
+        return;
+    }
     timer->start(lifetimeMs);
     ui->listWidget_2->show();
     adjustSize();
@@ -89,6 +94,16 @@ void BubbleBox::display()
     ui->frame->show();
     ui->frame->setAttribute(Qt::WA_DontShowOnScreen, false);
     show();
+}
+
+bool BubbleBox::placeOnScreen()
+{
+    const QScreen* screen = QGuiApplication::primaryScreen();
+    if (!screen)
+        return false;
+    const QRect area = screen->geometry();
+    move(area.right() - area.left() - 336, 9);
+    return true;
 }
 
 void BubbleBox::clear()

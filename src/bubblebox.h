@@ -41,6 +41,10 @@ private slots:
     void on_listWidget_2_itemClicked(QListWidgetItem* item);
 
 private:
+    // Moves the box to the top right corner of the primary screen; false when
+    // the system has no screen.
+    bool placeOnScreen();
+
     Ui::BubbleBox* ui = nullptr;
     QTimer* timer = nullptr;
 };

@@ -1,6 +1,7 @@
 #include "programupdater.h"
 
 #include "appdir.h"
+#include "db/drugdatabase.h"
 #include "urls.h"
 #include "utils/raven.h"
 #include "versionnumber.h"
@@ -51,7 +52,18 @@ bool ProgramUpdater::isPlainFileName(const QString& name)
     if (name.isEmpty() || name.contains(QLatin1Char('/')) || name.contains(QLatin1Char('\\'))
         || name.contains(QLatin1String("..")))
         return false;
-    return QFileInfo(name).fileName() == name;
+    if (QFileInfo(name).fileName() != name)
+        return false;
+    // Nor may it overwrite the program's own files beside it. Windows matches
+    // file names without regard to case, so the comparison does too.
+    const QStringList ownFiles{DrugDatabase::drugDatabaseName, DrugDatabase::statisticsDatabaseName,
+                               QStringLiteral("log.log"),
+                               QFileInfo(QCoreApplication::applicationFilePath()).fileName()};
+    for (const QString& own : ownFiles) {
+        if (name.compare(own, Qt::CaseInsensitive) == 0)
+            return false;
+    }
+    return true;
 }
 
 bool ProgramUpdater::isTrustedSource(const QUrl& url)

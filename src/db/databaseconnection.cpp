@@ -55,6 +55,12 @@ DatabaseConnection::DatabaseConnection(const QString& fileName)
 {
 }
 
+DatabaseConnection::DatabaseConnection(const QString& fileName, const QString& connectionName)
+    : file(fileName)
+    , name(connectionName)
+{
+}
+
 DatabaseConnection::~DatabaseConnection()
 {
     dropStatements();
@@ -84,6 +90,16 @@ bool DatabaseConnection::isOpen() const
 
 void DatabaseConnection::open()
 {
+    // Without its drug database the program has nothing to show; any other
+    // store (the statistics) stays closed and its operations do nothing. Only
+    // the GUI thread ends the process: from a pool thread, exit() would tear
+    // the GUI thread down in the middle of its work.
+    if (!tryOpen() && file == DrugDatabase::drugDatabaseName && onMainThread())
+        std::exit(1);
+}
+
+bool DatabaseConnection::tryOpen()
+{
     // Our own handle and statements go first, so that replacing the connection
     // doesn't leave queries behind on the old one.
     dropStatements();
@@ -95,17 +111,13 @@ void DatabaseConnection::open()
     const QString path = programDir() + QStringLiteral("/") + file;
     db.setDatabaseName(path);
     if (!db.isValid())
-        return;
+        return false;
     // Workers store records beside the main thread, each on its own connection;
     // a writer that finds the file busy waits rather than losing its record.
     db.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=10000"));
     if (!db.open()) {
         qDebug().noquote() << "Database error" << db.lastError().text();
-        // Without its drug database the program has nothing to show; any other
-        // store (the statistics) stays closed and its operations do nothing.
-        if (file == DrugDatabase::drugDatabaseName)
-            std::exit(1);
-        return;
+        return false;
     }
     qDebug().noquote() << "Database error" << db.lastError().text();
     if (!SqliteFolding::install(db))
@@ -114,6 +126,7 @@ void DatabaseConnection::open()
     // database opens fine and shows up here as no tables.
     qDebug().noquote() << QStringLiteral("Table count: ") + QString::number(db.tables(QSql::Tables).size());
     qDebug().noquote() << QStringLiteral("Database path: ") + path;
+    return true;
 }
 
 void DatabaseConnection::close()

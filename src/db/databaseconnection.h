@@ -17,6 +17,8 @@ class DatabaseConnection {
 
 public:
     explicit DatabaseConnection(const QString& fileName);
+    // A connection of its own name, apart from the calling thread's.
+    DatabaseConnection(const QString& fileName, const QString& connectionName);
     ~DatabaseConnection();
 
     // The calling thread's connection to `fileName`, made (not opened) on first use.
@@ -28,8 +30,12 @@ public:
     bool isOpen() const;
 
     // Adds the connection anew with the file's current path and opens it. A drug
-    // database that SQLite can't open at all ends the process with exit(1).
+    // database that SQLite can't open at all ends the process with exit(1) on the
+    // main thread; on any other thread the connection just stays closed.
     void open();
+    // As open(), but a file that doesn't open only leaves the connection closed,
+    // on any thread: for work that can do without the base.
+    bool tryOpen();
     // Drops the prepared statements, then closes, so that the file can be replaced.
     void close();
 

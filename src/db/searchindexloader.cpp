@@ -51,11 +51,17 @@ void build(quint64 generation, const QString& statement, std::shared_ptr<std::at
 {
     QElapsedTimer timer;
     timer.start();
-    // A thread's own connection: a QSqlDatabase serves only the thread that made it.
-    DatabaseConnection& connection = DatabaseConnection::of(DrugDatabase::drugDatabaseName);
-    connection.open();
-    std::shared_ptr<const SearchIndex> index =
-        SearchIndex::build(sqliteHandle(connection.handle()), statement, *cancelled);
+    // A connection of the build's own, never the thread's: QFuture::waitForFinished
+    // runs a job that hasn't started yet on the waiting thread, which may be the
+    // GUI thread with its own connection open. A base that doesn't open means no
+    // index, never the end of the program.
+    DatabaseConnection connection(DrugDatabase::drugDatabaseName,
+                                  DrugDatabase::drugDatabaseName + QStringLiteral("@search-index"));
+    std::shared_ptr<const SearchIndex> index;
+    if (connection.tryOpen())
+        index = SearchIndex::build(sqliteHandle(connection.handle()), statement, *cancelled);
+    else
+        qDebug() << "D/SearchIndexLoader::build | the base doesn't open, no index";
     // Closed at once: an open connection would keep an update from replacing the file.
     connection.close();
     if (index)

@@ -187,6 +187,7 @@ void DescrTab::on_printButton_clicked()
 
     auto* printed = new PrintedPages(pages);
     auto* viewer = new ImageViewer(title, &printed->source, 0.5f, 4.0f);
+    viewer->setFreedOnClose();
     printed->setParent(viewer);
     viewer->showFirstPage();
     viewer->show();

@@ -303,6 +303,8 @@ void DrugBaseWidget::fillGifDecisions(const QString& vid)
 {
     qDeleteAll(ui->gifListFrame->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly));
     removeGifViewers();
+    // A document of the drug before, still coming in, isn't shown in this tab.
+    wantedGif.clear();
 
     const QList<GifDecision> decisions = DrugDatabase::gifDecisions(vid);
     const int tab = ui->tabWidget->indexOf(ui->GIF_tab);
@@ -332,10 +334,27 @@ void DrugBaseWidget::removeGifViewers()
 
 void DrugBaseWidget::showGifPdf(const QString& url)
 {
+    // Paths in the database may come with Windows back-slashes.
+    QString address = url;
+    address.replace(QLatin1Char('\\'), QLatin1Char('/'));
+    const QString stem = QUrl(address).fileName(QUrl::FullyDecoded).section(QLatin1Char('.'), 0, 0);
+    wantedGif = stem;
+    // A document already on its way is shown when that download ends: a second
+    // one would truncate and delete the files the first is working on.
+    if (gifDownloads.contains(stem))
+        return;
+
     // The page holds the downloader until its signal, so that one still running
     // when the page goes is not left behind.
     auto* downloader = new PDFDownloader(this);
-    connect(downloader, &PDFDownloader::fileReady, this, [this, downloader] {
+    gifDownloads.insert(stem, downloader);
+    connect(downloader, &PDFDownloader::fileReady, this, [this, downloader, stem] {
+        gifDownloads.remove(stem);
+        // Asked for before another document or drug: kept on disk, not shown.
+        if (stem != wantedGif) {
+            downloader->deleteLater();
+            return;
+        }
         removeGifViewers();
         auto* viewer = new ImageViewer(QString(), downloader, 0.5f, 4.0f, nullptr);
         viewer->setObjectName(gifViewerName);
@@ -345,16 +364,14 @@ void DrugBaseWidget::showGifPdf(const QString& url)
         // printing, so the downloader lives exactly as long as the viewer.
         downloader->setParent(viewer);
     });
-    connect(downloader, &PDFDownloader::error, this, [downloader] {
-        if (MainWindow* window = MainWindow::instance())
-            window->showAlertMessage(QStringLiteral("Wystąpił błąd podczas pobierania decyzji GIF!"), 10000);
+    connect(downloader, &PDFDownloader::error, this, [this, downloader, stem] {
+        gifDownloads.remove(stem);
+        if (stem == wantedGif) {
+            if (MainWindow* window = MainWindow::instance())
+                window->showAlertMessage(QStringLiteral("Wystąpił błąd podczas pobierania decyzji GIF!"), 10000);
+        }
         downloader->deleteLater();
     });
-
-    // Paths in the database may come with Windows back-slashes.
-    QString address = url;
-    address.replace(QLatin1Char('\\'), QLatin1Char('/'));
-    const QString stem = QUrl(address).fileName(QUrl::FullyDecoded).section(QLatin1Char('.'), 0, 0);
     downloader->download(address, stem, QStringLiteral(".pdf"));
 }
 

@@ -2,12 +2,14 @@
 
 #include "utils/advertprovider.h"
 
+#include <QHash>
 #include <QList>
 #include <QModelIndex>
 #include <QWidget>
 
 class CollapsibleSection;
 class DescrTab;
+class PDFDownloader;
 class QFrame;
 class QPushButton;
 
@@ -77,4 +79,9 @@ private:
     QList<QFrame*> descLines;
     QList<DescrTab*> descTabs;
     bool descriptionsLaidOut = false;
+    // The GIF documents being fetched, by file stem: one download per document
+    // at a time, since two would write and delete the same files.
+    QHash<QString, PDFDownloader*> gifDownloads;
+    // The stem of the document the GIF tab is to show: the one asked for last.
+    QString wantedGif;
 };

@@ -85,6 +85,7 @@ DrugInfoWidget::DrugInfoWidget(QWidget* parent)
             &DrugInfoWidget::onDrugViewModelSelectedDrugChanged, Qt::QueuedConnection);
     connect(&pdfDownloader, &PDFDownloader::fileReady, this, &DrugInfoWidget::onPDFDownloader_fileReady);
     connect(&leafletDownloader, &PDFDownloader::fileReady, this, &DrugInfoWidget::onLeafletDownloader_fileReady);
+    connect(&leafletDownloader, &PDFDownloader::error, this, &DrugInfoWidget::onLeafletDownloader_error);
     connect(&imageSender, &QtHttpGet::result, this, &DrugInfoWidget::onImageSendResult);
 
     if (!QDir(cacheDir()).exists())
@@ -282,8 +283,21 @@ void DrugInfoWidget::onLeafletDownloader_fileReady()
     ui->leafletLabel->hide();
 
     auto* viewer = new ImageViewer(QStringLiteral("Ulotka"), &leafletDownloader, 0.5f, 4.0f, nullptr);
+    viewer->setFreedOnClose();
     viewer->showFirstPage();
     viewer->show();
+}
+
+void DrugInfoWidget::onLeafletDownloader_error()
+{
+    if (!leafletRequested)
+        return;
+    leafletRequested = false;
+    // A leaflet that didn't come leaves the button ready for another try.
+    if (MainWindow* window = MainWindow::instance())
+        window->clearStatusMessage();
+    ui->printButton->setEnabled(true);
+    ui->leafletLabel->hide();
 }
 
 void DrugInfoWidget::showFirstGif()
@@ -309,6 +323,7 @@ void DrugInfoWidget::onPDFDownloader_fileReady()
         return;
     const QString title = currentGif->name + QStringLiteral(" z dnia ") + currentGif->date;
     auto* viewer = new ImageViewer(title, &pdfDownloader, 0.5f, 4.0f, nullptr);
+    viewer->setFreedOnClose();
     viewer->showFirstPage();
     viewer->show();
 }

@@ -41,6 +41,7 @@ private slots:
     void onGifDataClicked(int index);
     void onPDFDownloader_fileReady();
     void onLeafletDownloader_fileReady();
+    void onLeafletDownloader_error();
     void on_showFullChPLButton_clicked();
     void on_pushButton_2_clicked();
 

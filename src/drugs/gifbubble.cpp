@@ -80,10 +80,14 @@ void GifBubble::Show(const QString& name, const QString& pdfPath, const QString&
     ui->drug_name->setText(QStringLiteral("Komunikat GIF"));
     ui->pushButton->setToolTip(this->desc);
 
-    const QRect screen = QGuiApplication::primaryScreen()->geometry();
-    move(screen.right() - screen.left() - 336, screen.bottom() - screen.top() + 1 - 85 * i - 20);
-
     timer->start(lifetimeMs);
+    // With no screen (a monitor switched off, a remote session between two
+    // connections) the bubble stays unseen and goes at its time like a shown one.
+    const QScreen* screen = QGuiApplication::primaryScreen();
+    if (!screen)
+        return;
+    const QRect area = screen->geometry();
+    move(area.right() - area.left() - 336, area.bottom() - area.top() + 1 - 85 * i - 20);
     show();
     // The button's width is known only once the bubble is laid out on show().
     ui->pushButton->setText(wrapped(this->desc, ui->pushButton->fontMetrics(), ui->pushButton->contentsRect().width()));

@@ -27,8 +27,6 @@ PharmacySelector::PharmacySelector(QWidget* parent)
     , ui(new Ui::PharmacySelector)
 {
     ui->setupUi(this);
-    // A new window comes with each menu command; a closed one has no further use.
-    setAttribute(Qt::WA_DeleteOnClose);
     ui->EmailLineEdit->setValidator(new EmailValidator(ui->EmailLineEdit));
     connect(&pharmacyGet, &QtHttpGet::result, this, &PharmacySelector::onPharmacyResult);
     clearDetails();
@@ -43,19 +41,29 @@ void PharmacySelector::closeEvent(QCloseEvent* event)
 {
     emit closed(true);
     QWidget::closeEvent(event);
+    closedByUser = true;
+    // A new window comes with each menu command, so a closed one goes; closed
+    // while the pharmacy is sent, it only hides until the service has answered.
+    if (!sending)
+        deleteLater();
 }
 
 void PharmacySelector::onPharmacyResult(QNetworkReply* result)
 {
-    if (result->error() != QNetworkReply::NoError)
-        return;
-    const QString text = QtHttpGet::replyText(result);
-    qDebug().noquote() << "Response" << text;
-    const ResponseEnvelope envelope = ResponseEnvelope::parse(text);
-    if (envelope.success)
+    sending = false;
+    bool taken = false;
+    if (result->error() == QNetworkReply::NoError) {
+        const QString text = QtHttpGet::replyText(result);
+        qDebug().noquote() << "Response" << text;
+        const ResponseEnvelope envelope = ResponseEnvelope::parse(text);
+        taken = envelope.success;
+        if (!taken)
+            QMessageBox::information(this, QString(), envelope.message);
+    }
+    if (closedByUser)
+        deleteLater();
+    else if (taken)
         close();
-    else
-        QMessageBox::information(this, QString(), envelope.message);
 }
 
 void PharmacySelector::on_SearchLineEdit_textChanged(const QString& arg1)
@@ -169,6 +177,7 @@ void PharmacySelector::submit(const PharmacyRequest& request)
 {
     const QJsonObject body = request.toJson(ensureAppKey());
     ProfileJson::write(SettingsKeys::pharmacyInfoJson, body);
+    sending = true;
     pharmacyGet.post(userPharmacyUrl, ProfileJson::compact(body));
 }
 

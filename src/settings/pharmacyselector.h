@@ -49,4 +49,7 @@ private:
     Ui::PharmacySelector* ui = nullptr;
     QList<Pharmacy> pharmacies;
     QtHttpGet pharmacyGet;
+    // The pharmacy is on its way to the service.
+    bool sending = false;
+    bool closedByUser = false;
 };

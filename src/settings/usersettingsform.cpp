@@ -8,6 +8,7 @@
 #include "urls.h"
 #include "utils/responseenvelope.h"
 
+#include <QCloseEvent>
 #include <QDebug>
 #include <QJsonArray>
 #include <QMessageBox>
@@ -34,8 +35,6 @@ UserSettingsForm::UserSettingsForm(QWidget* parent)
     , ui(new Ui::UserSettingsForm)
 {
     ui->setupUi(this);
-    // A new form comes with each menu command; a closed one has no further use.
-    setAttribute(Qt::WA_DeleteOnClose);
     ui->tabWidget->tabBar()->hide();
     ui->tabWidget->setCurrentIndex(0);
     ui->FinnishButton->hide();
@@ -61,6 +60,16 @@ UserSettingsForm::UserSettingsForm(QWidget* parent)
 UserSettingsForm::~UserSettingsForm()
 {
     delete ui;
+}
+
+void UserSettingsForm::closeEvent(QCloseEvent* event)
+{
+    QWidget::closeEvent(event);
+    closed = true;
+    // A new form comes with each menu command, so a closed one goes; closed
+    // while saving, it only hides until the pharmacy is stored and sent.
+    if (!saving)
+        deleteLater();
 }
 
 void UserSettingsForm::fillFromSettings()
@@ -173,6 +182,7 @@ void UserSettingsForm::on_FinnishButton_clicked()
         return;
     const QJsonObject user = userObject();
     ProfileJson::write(SettingsKeys::userInfoJson, user);
+    saving = true;
     userGet.post(updateUserAdditionalUrl, ProfileJson::compact(user));
 }
 
@@ -190,8 +200,10 @@ bool UserSettingsForm::accepted(QNetworkReply* reply)
 
 void UserSettingsForm::onUserResult(QNetworkReply* reply)
 {
-    if (!accepted(reply))
+    if (!accepted(reply)) {
+        endSaving(false);
         return;
+    }
     const QJsonObject pharmacy = pharmacyObject();
     ProfileJson::write(SettingsKeys::pharmacyInfoJson, pharmacy);
     pharmacyGet.post(updateUserPharmacyUrl, ProfileJson::compact(pharmacy));
@@ -199,7 +211,15 @@ void UserSettingsForm::onUserResult(QNetworkReply* reply)
 
 void UserSettingsForm::onPharmacyResult(QNetworkReply* reply)
 {
-    if (accepted(reply))
+    endSaving(accepted(reply));
+}
+
+void UserSettingsForm::endSaving(bool taken)
+{
+    saving = false;
+    if (closed)
+        deleteLater();
+    else if (taken)
         close();
 }
 

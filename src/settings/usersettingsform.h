@@ -24,6 +24,9 @@ public:
     explicit UserSettingsForm(QWidget* parent = nullptr);
     ~UserSettingsForm() override;
 
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
 private slots:
     void on_NextButton_clicked();
     void on_tabWidget_currentChanged(int index);
@@ -52,9 +55,14 @@ private:
     // The service's envelope of a finished request; false, after telling the
     // user the service's message, unless it took the data.
     bool accepted(QNetworkReply* reply);
+    // The chain of the two requests is over; `taken` when the service took both.
+    void endSaving(bool taken);
 
     Ui::UserSettingsForm* ui = nullptr;
     QtHttpGet userGet;
     QtHttpGet pharmacyGet;
     int stage = 0;
+    // The user's and the pharmacy's requests are on their way.
+    bool saving = false;
+    bool closed = false;
 };

@@ -47,6 +47,12 @@ ImageViewer::~ImageViewer()
     delete ui;
 }
 
+void ImageViewer::setFreedOnClose()
+{
+    setAttribute(Qt::WA_DeleteOnClose);
+    setAttribute(Qt::WA_QuitOnClose, false);
+}
+
 void ImageViewer::showFirstPage()
 {
     currentPage = 0;

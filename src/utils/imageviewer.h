@@ -26,6 +26,10 @@ public:
 
     // To be called once the viewer stands.
     void showFirstPage();
+    // For a viewer that is a window of its own: deleted when closed, so that its
+    // full-size pages don't stay for the rest of the run, and never counted as
+    // the last window whose closing would end the program.
+    void setFreedOnClose();
     // Adds percent / 100 to the zoom, within the limits.
     void zoomBy(float percent);
     float currentZoom() const;

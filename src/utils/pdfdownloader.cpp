@@ -3,20 +3,27 @@
 #include "appdir.h"
 #include "utils/raven.h"
 
+#include <QCoreApplication>
 #include <QDebug>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonObject>
+#include <QNetworkAccessManager>
 #include <QPixmap>
+#include <QPointer>
 #include <QRegularExpression>
-#include <QSignalBlocker>
 #include <QStandardPaths>
+#include <QTimer>
+
+#include <utility>
 
 namespace {
 
 const char* const sourcePath = "../QuillardDesktop/utils/pdfdownloader";
-constexpr int checkTimeoutMs = 30000;
+// pdfinfo may hang on a broken file: it is killed after this long, and given
+// up on when even the kill doesn't end it within killTimeoutMs.
+int toolLimitMs = 30000;
 constexpr int killTimeoutMs = 5000;
 
 // The installation brings its own poppler tools; a copy without them uses
@@ -35,6 +42,16 @@ QString toolPath(const QString& name)
     return onPath.isEmpty() ? bundled : onPath;
 }
 
+// One manager for every document download rather than one per request: each
+// manager keeps its own connection cache and network thread.
+QNetworkAccessManager* documentNetwork()
+{
+    static QPointer<QNetworkAccessManager> manager;
+    if (!manager)
+        manager = new QNetworkAccessManager(QCoreApplication::instance());
+    return manager;
+}
+
 void report(const char* function, int line, const QString& message)
 {
     Raven::capture(3, Raven::locationString(sourcePath, function, line), message, QJsonObject(),
@@ -50,47 +67,57 @@ PDFDownloader::PDFDownloader(QObject* parent)
     , tempPath(programDir() + QStringLiteral("/temp/"))
 {
     resetHttp();
-    const auto finished = qOverload<int, QProcess::ExitStatus>(&QProcess::finished);
-    connect(&infoProcess, finished, this, &PDFDownloader::onInfoProcess_finished);
-    connect(&convertProcess, finished, this, &PDFDownloader::onConvertProcess_finished);
-    connect(&infoProcess, &QProcess::errorOccurred, this, &PDFDownloader::onInfoProcess_error);
-    connect(&convertProcess, &QProcess::errorOccurred, this, &PDFDownloader::onConvertProcess_error);
 }
 
 PDFDownloader::~PDFDownloader()
 {
-    // A tool still running would otherwise report its end to a half-destroyed object.
-    stopTools();
+    // A tool still running would otherwise report its end to a half-destroyed
+    // object; killed, it is reaped with its QProcess, a child of this one.
+    for (QProcess* process : findChildren<QProcess*>(QString(), Qt::FindDirectChildrenOnly)) {
+        process->disconnect(this);
+        process->kill();
+    }
 }
 
 void PDFDownloader::download(const QString& url, const QString& fileName, const QString& extension)
 {
-    if (busy) {
-        // The new request supersedes the running one, which ends without a signal.
+    if (step != Step::Idle) {
+        // The new request supersedes the running one, which ends without a
+        // signal; a document only being checked is whole and stays.
+        const bool checking = step == Step::Checking;
         stopRun();
-        removeFiles();
-        busy = false;
+        if (!checking)
+            removeFiles();
+        step = Step::Idle;
     }
+    this->url = url;
     this->fileName = fileName;
     this->extension = extension;
+    pages = 0;
+    qDebug().noquote() << tempPath;
 
-    if (isConverted()) {
-        qDebug().noquote() << "D/PDFDownloader::download | File is already converted";
-        emit fileReady();
-        return;
-    }
-    busy = true;
-    http->get(url);
+    const int found = countPageFiles();
+    if (found == 0)
+        startDownload();
+    else
+        checkConversion(found);
 }
 
 void PDFDownloader::cancel()
 {
-    if (!busy)
+    if (step == Step::Idle)
         return;
+    const bool checking = step == Step::Checking;
     stopRun();
-    removeFiles();
-    busy = false;
+    if (!checking)
+        removeFiles();
+    step = Step::Idle;
     emit error();
+}
+
+bool PDFDownloader::isBusy() const
+{
+    return step != Step::Idle;
 }
 
 QPixmap PDFDownloader::page(int index) const
@@ -122,14 +149,24 @@ int PDFDownloader::pageCountOf(const QString& pdfInfoOutput)
     return 0;
 }
 
+int PDFDownloader::toolTimeLimit()
+{
+    return toolLimitMs;
+}
+
+void PDFDownloader::setToolTimeLimit(int milliseconds)
+{
+    toolLimitMs = milliseconds;
+}
+
 void PDFDownloader::onFileGet_result(QNetworkReply* reply)
 {
-    if (!busy)
+    if (step != Step::Downloading)
         return;
     if (reply->error() != QNetworkReply::NoError) {
         qWarning().noquote() << "Error" << reply->errorString();
         report("onFileGet_result", __LINE__, QStringLiteral("Error:") + reply->errorString());
-        busy = false;
+        step = Step::Idle;
         emit error();
         return;
     }
@@ -142,14 +179,20 @@ void PDFDownloader::onFileGet_result(QNetworkReply* reply)
 
 void PDFDownloader::onInfoProcess_finished(int exitCode, QProcess::ExitStatus exitStatus)
 {
-    if (!busy)
+    const QString output = infoProcess ? QString::fromLocal8Bit(infoProcess->readAllStandardOutput()) : QString();
+    retire(infoProcess);
+    if (step == Step::Checking) {
+        endCheck(exitStatus == QProcess::NormalExit && exitCode == 0 && pageCountOf(output) == foundPages);
+        return;
+    }
+    if (step != Step::Counting)
         return;
     if (exitStatus == QProcess::CrashExit || exitCode != 0) {
         qDebug().noquote() << "D/PDFDownloader::onInfoProcess_finished | pdfinfo ended with" << exitCode;
         fail();
         return;
     }
-    pages = pageCountOf(QString::fromLocal8Bit(infoProcess.readAllStandardOutput()));
+    pages = pageCountOf(output);
     qDebug().noquote() << "Page count" << pages;
     if (pages < 1) {
         // Nothing to show: a document that pdfinfo reads without naming its pages.
@@ -157,8 +200,7 @@ void PDFDownloader::onInfoProcess_finished(int exitCode, QProcess::ExitStatus ex
         return;
     }
 
-    convertProcess.close();
-    convertProcess.setWorkingDirectory(tempPath);
+    step = Step::Converting;
     qDebug().noquote() << "Temp path" << tempPath;
     // No output root: pdftocairo derives it from the input name, which gives
     // the page names that page() reads.
@@ -166,12 +208,19 @@ void PDFDownloader::onInfoProcess_finished(int exitCode, QProcess::ExitStatus ex
     if (pages == 1)
         arguments << QStringLiteral("-singlefile");
     arguments << fileName + extension;
-    convertProcess.start(pdfToCairoPath, arguments);
+    // The conversion of a long document may take its time: it has no limit,
+    // and a new request or cancel() stops it.
+    convertProcess = newTool(0);
+    connect(convertProcess, qOverload<int, QProcess::ExitStatus>(&QProcess::finished), this,
+            &PDFDownloader::onConvertProcess_finished);
+    connect(convertProcess, &QProcess::errorOccurred, this, &PDFDownloader::onConvertProcess_error);
+    convertProcess->start(pdfToCairoPath, arguments);
 }
 
 void PDFDownloader::onConvertProcess_finished(int exitCode, QProcess::ExitStatus exitStatus)
 {
-    if (!busy)
+    retire(convertProcess);
+    if (step != Step::Converting)
         return;
     if (exitStatus == QProcess::CrashExit) {
         // Told to the caller too, who would otherwise wait for a viewer in vain.
@@ -184,16 +233,23 @@ void PDFDownloader::onConvertProcess_finished(int exitCode, QProcess::ExitStatus
         fail();
         return;
     }
-    busy = false;
+    step = Step::Idle;
     emit fileReady();
 }
 
 void PDFDownloader::onInfoProcess_error(QProcess::ProcessError error)
 {
     qDebug().noquote() << "ProcessError" << error;
-    // A crash is followed by finished(), which ends the attempt; only a tool
-    // that never started ends it here.
-    if (!busy || error != QProcess::FailedToStart)
+    // A crash, a kill included, is followed by finished(), which ends the
+    // attempt; only a tool that never started ends it here.
+    if (error != QProcess::FailedToStart)
+        return;
+    retire(infoProcess);
+    if (step == Step::Checking) {
+        endCheck(false);
+        return;
+    }
+    if (step != Step::Counting)
         return;
     report("onInfoProcess_error", __LINE__, QStringLiteral("PDF info error: %1").arg(int(error)));
     fail();
@@ -202,46 +258,55 @@ void PDFDownloader::onInfoProcess_error(QProcess::ProcessError error)
 void PDFDownloader::onConvertProcess_error(QProcess::ProcessError error)
 {
     qDebug().noquote() << "ProcessError" << error;
-    if (!busy || error != QProcess::FailedToStart)
+    if (error != QProcess::FailedToStart)
+        return;
+    retire(convertProcess);
+    if (step != Step::Converting)
         return;
     qWarning().noquote() << "D/PDFDownloader::onConvertProcess_error | pdftocairo did not start:"
                          << pdfToCairoPath;
     fail();
 }
 
-bool PDFDownloader::isConverted()
+int PDFDownloader::countPageFiles() const
 {
-    pages = 0;
-    qDebug().noquote() << tempPath;
-
     int found = 0;
     const QStringList names = QDir(tempPath).entryList(QDir::Files, QDir::Unsorted);
     for (const QString& name : names) {
         if (isPageFile(name))
             ++found;
     }
-    if (found == 0)
-        return false;
+    return found;
+}
 
-    QProcess info;
-    info.setWorkingDirectory(tempPath);
-    info.start(pdfInfoPath, {fileName + extension});
-    const bool finished = info.waitForFinished(checkTimeoutMs);
-    if (!finished || info.exitStatus() != QProcess::NormalExit || info.exitCode() != 0) {
-        if (info.state() != QProcess::NotRunning) {
-            info.kill();
-            info.waitForFinished(killTimeoutMs);
-        }
-        removeFiles();
-        return false;
+// Pages of the stem are on disk: pdfinfo tells whether they are the whole
+// document. Its answer comes back in onInfoProcess_finished rather than being
+// waited for, since pdfinfo may hang on a broken file and the GUI thread with it.
+void PDFDownloader::checkConversion(int found)
+{
+    step = Step::Checking;
+    foundPages = found;
+    startPageCountTool();
+}
+
+void PDFDownloader::endCheck(bool converted)
+{
+    if (converted) {
+        pages = foundPages;
+        step = Step::Idle;
+        qDebug().noquote() << "D/PDFDownloader::download | File is already converted";
+        emit fileReady();
+        return;
     }
-    const int count = pageCountOf(QString::fromLocal8Bit(info.readAllStandardOutput()));
-    if (count != found) {
-        removeFiles();
-        return false;
-    }
-    pages = count;
-    return true;
+    // Pages deleted by hand, or a PDF that is gone or broken: fetched anew.
+    removeFiles();
+    startDownload();
+}
+
+void PDFDownloader::startDownload()
+{
+    step = Step::Downloading;
+    http->get(url);
 }
 
 // Only the document's own pages: "S.png" or "S-<digits>.png". A plain
@@ -285,7 +350,7 @@ bool PDFDownloader::save(const QByteArray& bytes)
     QFile file(tempPath + fileName + extension);
     if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate)) {
         qWarning().noquote() << "Could not save file";
-        busy = false;
+        step = Step::Idle;
         emit error();
         return false;
     }
@@ -297,42 +362,89 @@ bool PDFDownloader::save(const QByteArray& bytes)
 
 void PDFDownloader::startPageCount()
 {
-    infoProcess.close();
-    infoProcess.setWorkingDirectory(tempPath);
+    step = Step::Counting;
     qDebug().noquote() << "Temp path = " << tempPath;
+    startPageCountTool();
+}
+
+void PDFDownloader::startPageCountTool()
+{
+    infoProcess = newTool(toolLimitMs);
+    connect(infoProcess, qOverload<int, QProcess::ExitStatus>(&QProcess::finished), this,
+            &PDFDownloader::onInfoProcess_finished);
+    connect(infoProcess, &QProcess::errorOccurred, this, &PDFDownloader::onInfoProcess_error);
     // The stem goes to the tool as one argument, so that a name with a blank
     // or a quote isn't split into several.
-    infoProcess.start(pdfInfoPath, {fileName + extension});
+    infoProcess->start(pdfInfoPath, {fileName + extension});
+}
+
+QProcess* PDFDownloader::newTool(int limitMs)
+{
+    auto* process = new QProcess(this);
+    process->setWorkingDirectory(tempPath);
+    if (limitMs <= 0)
+        return process;
+    auto* limit = new QTimer(process);
+    limit->setSingleShot(true);
+    limit->setInterval(limitMs);
+    connect(process, &QProcess::started, limit, qOverload<>(&QTimer::start));
+    connect(limit, &QTimer::timeout, process, [this, process, limitMs] {
+        if (process->state() == QProcess::NotRunning)
+            return;
+        qWarning().noquote() << "D/PDFDownloader::newTool |" << process->program() << "still runs after"
+                             << limitMs << "ms, killed";
+        // Killed, it ends as a crash through finished().
+        process->kill();
+        QTimer::singleShot(killTimeoutMs, process, [this, process] {
+            if (process->state() == QProcess::NotRunning)
+                return;
+            // Not even the kill ended it: given up on, as if it had crashed.
+            if (process == infoProcess)
+                onInfoProcess_finished(-1, QProcess::CrashExit);
+            else if (process == convertProcess)
+                onConvertProcess_finished(-1, QProcess::CrashExit);
+        });
+    });
+    return process;
+}
+
+void PDFDownloader::retire(QProcess*& process)
+{
+    QProcess* old = std::exchange(process, nullptr);
+    if (!old)
+        return;
+    // Whatever it does from now on is no result of ours.
+    old->disconnect(this);
+    if (old->state() == QProcess::NotRunning) {
+        old->deleteLater();
+        return;
+    }
+    // Left to end on its own rather than waited for; its object goes then.
+    connect(old, qOverload<int, QProcess::ExitStatus>(&QProcess::finished), old, &QObject::deleteLater);
+    connect(old, &QProcess::errorOccurred, old, [old](QProcess::ProcessError error) {
+        if (error == QProcess::FailedToStart)
+            old->deleteLater();
+    });
+    old->kill();
 }
 
 void PDFDownloader::stopRun()
 {
     resetHttp();
-    stopTools();
-}
-
-void PDFDownloader::stopTools()
-{
-    for (QProcess* process : {&convertProcess, &infoProcess}) {
-        if (process->state() == QProcess::NotRunning)
-            continue;
-        // The end of a stopped tool is no result: its signals stay unheard.
-        const QSignalBlocker blocker(process);
-        process->kill();
-        process->waitForFinished(killTimeoutMs);
-    }
+    retire(infoProcess);
+    retire(convertProcess);
 }
 
 void PDFDownloader::resetHttp()
 {
     // Dropping the old object ends its request without a signal.
-    http = std::make_unique<QtHttpGet>();
+    http = std::make_unique<QtHttpGet>(documentNetwork());
     connect(http.get(), &QtHttpGet::result, this, &PDFDownloader::onFileGet_result);
 }
 
 void PDFDownloader::fail()
 {
     removeFiles();
-    busy = false;
+    step = Step::Idle;
     emit error();
 }

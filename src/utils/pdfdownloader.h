@@ -11,7 +11,8 @@
 
 // Fetches a PDF into the program's temp/ folder and has poppler count and
 // render its pages to PNG files there; a document rendered once is served from
-// disk. One document at a time; its pages are the viewer's source.
+// disk. One document at a time; its pages are the viewer's source. The tools
+// run as child processes whose end comes back as a signal: nothing here waits.
 class PDFDownloader : public QObject, public ImageViewerSource
 {
     Q_OBJECT
@@ -27,12 +28,19 @@ public:
     // Stops what runs, removes its files and emits error(); nothing happens
     // when nothing runs.
     void cancel();
+    // Whether a download, check or conversion is under way.
+    bool isBusy() const;
 
     QPixmap page(int index) const override;
     int pageCount() const override;
 
     // The page count in the output of pdfinfo; 0 when no line gives it.
     static int pageCountOf(const QString& pdfInfoOutput);
+
+    // How long pdfinfo may run before it is killed, 30000 ms unless a test
+    // shortens it.
+    static int toolTimeLimit();
+    static void setToolTimeLimit(int milliseconds);
 
 signals:
     void error();
@@ -46,25 +54,40 @@ private slots:
     void onConvertProcess_error(QProcess::ProcessError error);
 
 private:
-    bool isConverted();
+    enum class Step { Idle, Checking, Downloading, Counting, Converting };
+
+    int countPageFiles() const;
+    void checkConversion(int found);
+    void endCheck(bool converted);
+    void startDownload();
     bool isPageFile(const QString& name) const;
     void removeFiles();
     bool save(const QByteArray& bytes);
     void startPageCount();
+    void startPageCountTool();
+    // A process for one run of a tool, killed when it runs longer than
+    // `limitMs` (none when 0); the caller connects and starts it.
+    QProcess* newTool(int limitMs);
+    // Stops listening to `process`, ends it without waiting and clears the member.
+    void retire(QProcess*& process);
     void stopRun();
-    void stopTools();
     void resetHttp();
     void fail();
 
+    QString url;
     QString fileName;
     QString extension;
     int pages = 0;
+    // PNG pages of the stem found on disk before the check.
+    int foundPages = 0;
     QString pdfInfoPath;
     QString pdfToCairoPath;
     QString tempPath;
     // Replaced to drop a request in flight: QtHttpGet has no abort of its own.
     std::unique_ptr<QtHttpGet> http;
-    QProcess convertProcess;
-    QProcess infoProcess;
-    bool busy = false;
+    // One process per run of a tool; one that is stopped is left to end on
+    // its own, unheard, so that a new run never waits for it.
+    QProcess* convertProcess = nullptr;
+    QProcess* infoProcess = nullptr;
+    Step step = Step::Idle;
 };

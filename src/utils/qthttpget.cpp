@@ -28,6 +28,12 @@ QtHttpGet::QtHttpGet()
 {
 }
 
+QtHttpGet::QtHttpGet(QNetworkAccessManager* sharedManager)
+    : manager(sharedManager)
+    , ownsManager(false)
+{
+}
+
 QtHttpGet::~QtHttpGet()
 {
     // The owner may end this object from a slot of `result`, inside the reply's
@@ -36,7 +42,8 @@ QtHttpGet::~QtHttpGet()
         reply->disconnect(this);
         reply->deleteLater();
     }
-    manager->deleteLater();
+    if (ownsManager)
+        manager->deleteLater();
 }
 
 void QtHttpGet::get(const QString& url)

@@ -19,6 +19,9 @@ class QtHttpGet : public QObject {
 
 public:
     QtHttpGet();
+    // Sends through `sharedManager`, which the caller keeps alive longer than
+    // this object; many short-lived requesters then share its connections.
+    explicit QtHttpGet(QNetworkAccessManager* sharedManager);
     ~QtHttpGet() override;
 
     void get(const QString& url);
@@ -40,6 +43,7 @@ private:
     void dropReply();
 
     QNetworkAccessManager* manager = nullptr;
+    bool ownsManager = true;
     QNetworkReply* reply = nullptr;
     int redirectHops = 0;
     bool answered = false;

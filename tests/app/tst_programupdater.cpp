@@ -90,6 +90,16 @@ private slots:
         QTest::newRow("name climbs out of the folder") << "" << "../setup.sh" << "file" << "" << "../setup.sh";
         QTest::newRow("name with a back-slash") << "" << "..\\setup.sh" << "file" << "" << "..\\setup.sh";
         QTest::newRow("failed download's error page") << "" << "setup.sh" << "file" << "404" << "setup.sh";
+        // Windows reads a back-slash as a folder step even without "..".
+        QTest::newRow("back-slash alone") << "" << "a\\b.exe" << "file" << "" << "a\\b.exe";
+        QTest::newRow("drive path") << "" << "C:\\x.exe" << "file" << "" << "C:\\x.exe";
+        // The program's own files beside it, Windows ignoring the case.
+        QTest::newRow("the drug database") << "" << "corvane_quillard_desktop.sqlite3" << "file" << ""
+                                           << "corvane_quillard_desktop.sqlite3";
+        QTest::newRow("the statistics store, other case") << "" << "Statistics.SQLite3" << "file" << ""
+                                                          << "Statistics.SQLite3";
+        QTest::newRow("the log") << "" << "log.log" << "file" << "" << "log.log";
+        QTest::newRow("the program itself") << "" << ownExecutable << "file" << "" << ownExecutable;
     }
 
     void refusedInstallerWritesNothing()
@@ -99,6 +109,8 @@ private slots:
         QFETCH(QString, body);
         QFETCH(QString, fault);
         QFETCH(QString, asked);
+        name.replace(ownExecutable, QFileInfo(QCoreApplication::applicationFilePath()).fileName());
+        asked.replace(ownExecutable, QFileInfo(QCoreApplication::applicationFilePath()).fileName());
         QVERIFY(simulator.setValue(QStringLiteral("app_list"), list));
         QVERIFY(simulator.setValue(QStringLiteral("installer_name"), name));
         QVERIFY(simulator.setValue(QStringLiteral("installer_body"), body));
@@ -132,6 +144,13 @@ private slots:
         QTest::newRow("http from the network") << "http://api.example.pl/a.exe" << false;
         QTest::newRow("host that only starts like loopback") << "http://127.0.0.1.example.pl/a.exe" << false;
         QTest::newRow("other scheme on this computer") << "ftp://127.0.0.1/a.exe" << false;
+        QTest::newRow("http from another loopback address") << "http://127.0.0.2/a.exe" << true;
+        QTest::newRow("http from [::1] without a port") << "http://[::1]/a.exe" << true;
+        QTest::newRow("http from a private address") << "http://10.0.0.1/a.exe" << false;
+        QTest::newRow("http from an IPv6 address of the network") << "http://[2001:db8::1]/a.exe" << false;
+        // A name with a trailing dot goes to the resolver, not to the hosts file's entry.
+        QTest::newRow("localhost with a trailing dot") << "http://localhost./a.exe" << false;
+        QTest::newRow("host that only starts like localhost") << "http://localhost.example.com/a.exe" << false;
     }
 
     void trustedSource()
@@ -162,6 +181,8 @@ private slots:
     }
 
 private:
+    // Stands for the test's own executable name in the tables.
+    const QString ownExecutable = QStringLiteral("<own executable>");
     const QString fileKey = QStringLiteral("/desktop/app_version.php?a=file");
     Simulator simulator;
     std::unique_ptr<QTemporaryDir> root;

@@ -125,6 +125,7 @@ private slots:
     void matchesStatement_data();
     void matchesStatement();
     void followsReplacedBase();
+    void workerThatCannotOpenGivesUp();
     void cleanupTestCase();
 
 private:
@@ -194,6 +195,21 @@ void TestSearchIndex::followsReplacedBase()
     QVERIFY(DrugDatabase::waitForSearchIndex());
     QVERIFY(DrugDatabase::searchDrugs(words, 20).isEmpty());
     QCOMPARE(searchedRows({QStringLiteral("59")}, 1000), statementRows({QStringLiteral("59")}, 1000));
+}
+
+// Regression: the index worker ended the whole process with exit(1) from its
+// pool thread when it couldn't open the base.
+void TestSearchIndex::workerThatCannotOpenGivesUp()
+{
+    useBase(QStringLiteral("demo"));
+    DrugDatabase::closeDatabase();
+    DrugDatabase::openDatabase(DrugDatabase::drugDatabaseName);
+    // The main thread's connection stays open; the worker's own opening fails.
+    setProgramDir(dir.filePath(QStringLiteral("gone")));
+    QVERIFY(!DrugDatabase::waitForSearchIndex());
+    QCOMPARE(DrugDatabase::searchDrugs({QStringLiteral("Sirop")}, 20).size(), 1);
+    DrugDatabase::closeDatabase();
+    setProgramDir(dir.path());
 }
 
 void TestSearchIndex::cleanupTestCase()

@@ -14,6 +14,7 @@
 #include <QJsonObject>
 #include <QLabel>
 #include <QLayout>
+#include <QPointer>
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QtTest>
@@ -177,6 +178,39 @@ private slots:
         QCOMPARE(openedUrls.size(), 1);
         QCOMPARE(openedUrls.first().fragment(QUrl::FullyDecoded),
                  QStringLiteral("search=Miętówka Żołądkowa Demo=status!!warn!!level!"));
+    }
+
+    void failedLeafletGivesTheButtonBack_data()
+    {
+        QTest::addColumn<QString>("fault");
+        QTest::newRow("no such leaflet") << "404";
+        QTest::newRow("answer cut off") << "truncated";
+    }
+
+    // Regression: a failed leaflet left "Drukuj ulotkę" disabled and its label
+    // showing until another drug was selected.
+    void failedLeafletGivesTheButtonBack()
+    {
+        QFETCH(QString, fault);
+        auto* print = part<QPushButton>("printButton");
+        auto* label = part<QLabel>("leafletLabel");
+        QVERIFY(simulator.setFault(QStringLiteral("/leaflets/*"), fault));
+        select(QStringLiteral("100001"));
+        QTest::mouseClick(print, Qt::LeftButton);
+        QVERIFY(!print->isEnabled());
+        QTRY_VERIFY_WITH_TIMEOUT(print->isEnabled() && label->isHidden(), 15000);
+        QCOMPARE(viewers().size(), 0);
+    }
+
+    // Regression: a closed leaflet viewer kept its full-size pages to the end of the run.
+    void closedLeafletViewerIsFreed()
+    {
+        select(QStringLiteral("100002"));
+        QTest::mouseClick(part<QPushButton>("printButton"), Qt::LeftButton);
+        QTRY_COMPARE_WITH_TIMEOUT(viewers().size(), 1, 15000);
+        QPointer<ImageViewer> viewer = viewers().first();
+        viewer->close();
+        QTRY_VERIFY(viewer.isNull());
     }
 
 private:

@@ -8,6 +8,7 @@
 
 #include <QApplication>
 #include <QLayout>
+#include <QPointer>
 #include <QPushButton>
 #include <QScrollArea>
 #include <QStandardPaths>
@@ -122,6 +123,11 @@ private slots:
             viewer = qobject_cast<ImageViewer*>(window) ? window : viewer;
         QVERIFY(viewer && viewer->isVisible());
         QCOMPARE(viewer->windowTitle(), section->title());
+
+        // Regression: a closed viewer kept its full-size pages to the end of the run.
+        QPointer<QWidget> closed(viewer);
+        viewer->close();
+        QTRY_VERIFY(closed.isNull());
     }
 
 private:

@@ -11,6 +11,8 @@
 #include "utils/pdfdownloader.h"
 
 #include <QApplication>
+#include <QDir>
+#include <QFile>
 #include <QPointer>
 #include <QPrinter>
 #include <QPushButton>
@@ -128,6 +130,45 @@ private slots:
                                   QStringLiteral("Wystąpił błąd podczas pobierania decyzji GIF!"), 20000);
         QVERIFY(statusBar->styleSheet().contains(QStringLiteral("#e3502a")));
         QVERIFY(!viewer()); // and cleanup() finds the failed download gone
+    }
+
+    void clickWhileADocumentComesIn_data()
+    {
+        QTest::addColumn<int>("second"); // the item clicked while the 2023-09-05 decision comes in
+        QTest::addColumn<QString>("shown");
+
+        QTest::newRow("the same again: joins its download") << 2 << "decyzja_512";
+        QTest::newRow("another one: the earlier doesn't cover it") << 1 << "decyzja_17";
+    }
+
+    // Regression: every click started a download of its own that nothing
+    // cancelled, so two downloads of one document truncated and deleted each
+    // other's files, and an earlier document landed over a later one.
+    void clickWhileADocumentComesIn()
+    {
+        QFETCH(int, second);
+        QFETCH(QString, shown);
+        select(QStringLiteral("100050"));
+        QTRY_VERIFY_WITH_TIMEOUT(shows("decyzja_41"), 20000);
+        const QList<GifListItem*> items = window->findChildren<GifListItem*>();
+        QTest::mouseClick(items.at(1), Qt::LeftButton);
+        QTRY_VERIFY_WITH_TIMEOUT(shows("decyzja_17"), 20000); // on disk from now on
+        // The decision of 2023-09-05 comes from the network, slowly.
+        const QDir temp(dir.filePath(QStringLiteral("temp")));
+        for (const QString& name : temp.entryList({QStringLiteral("decyzja_512*")}, QDir::Files))
+            QVERIFY(QFile::remove(temp.filePath(name)));
+        QVERIFY(simulator.reset());
+        QVERIFY(simulator.setFault(QStringLiteral("/images/*"), QStringLiteral("slow")));
+        window->findChild<QStatusBar*>()->clearMessage(); // an alert of the test before
+
+        QTest::mouseClick(items.at(2), Qt::LeftButton);
+        QTRY_COMPARE(simulator.records(QStringLiteral("/images/*")).size(), 1);
+        QTest::mouseClick(items.at(second), Qt::LeftButton);
+        QTRY_VERIFY_WITH_TIMEOUT(inFlight().isEmpty(), 20000);
+        QVERIFY(shows(shown));
+        QCOMPARE(simulator.records(QStringLiteral("/images/*")).size(), 1);
+        QVERIFY(window->findChild<QStatusBar*>()->currentMessage()
+                != QStringLiteral("Wystąpił błąd podczas pobierania decyzji GIF!"));
     }
 
 private:

@@ -265,6 +265,61 @@ private slots:
                  simulator.records(lookupPath).first()["body"].toString());
     }
 
+    void closedWhileSending_data()
+    {
+        QTest::addColumn<QString>("form");
+        QTest::addColumn<QString>("fault"); // of the pharmacy's request
+
+        QTest::newRow("Twoje dane: the pharmacy is still sent") << "Twoje dane" << "none";
+        QTest::newRow("Twoje dane: the refusal is still shown") << "Twoje dane" << "reject";
+        QTest::newRow("Apteki: the pharmacy is still sent") << "Apteki" << "none";
+        QTest::newRow("Apteki: the refusal is still shown") << "Apteki" << "reject";
+    }
+
+    // Regression: a form closed at once after "Zapisz" was deleted with its
+    // requests, so the pharmacy was never sent nor, for "Twoje dane", stored.
+    void closedWhileSending()
+    {
+        QFETCH(QString, form);
+        QFETCH(QString, fault);
+
+        QVERIFY(simulator.reset());
+        QSettings().remove(SettingsKeys::pharmacyInfoJson);
+        MessageBoxAnswerer answerer(QStringLiteral("OK"));
+        QPointer<QWidget> window;
+        QString path;
+        if (form == QLatin1String("Twoje dane")) {
+            store(QStringLiteral(R"({"name":"Anna","surname":"Nowak","login":"anowak"})"),
+                  QStringLiteral(R"({"name":"Apteka","street":"Długa 1","city":"Kórnik","zip":"62-035"})"));
+            window = new UserSettingsForm;
+            // Filled in from the settings; stored again only by the save.
+            QSettings().remove(SettingsKeys::pharmacyInfoJson);
+            path = pharmacyPath;
+            QVERIFY(simulator.setFault(path, fault));
+            window->show();
+            click(window, "hoursButton");
+            click(window, "FinnishButton");
+        } else {
+            window = new PharmacySelector;
+            path = lookupPath;
+            QVERIFY(simulator.setFault(path, fault));
+            window->show();
+            child<QCheckBox>(window, "checkBox")->setChecked(true);
+            for (const char* name : {"NameLineEdit", "StreetLineEdit", "ZipLineEdit", "CityLineEdit"})
+                child(window, name)->setText(QStringLiteral("11111"));
+            click(window, "SubmitButton");
+        }
+        window->close();
+
+        QTRY_COMPARE(simulator.records(path).size(), 1);
+        QCOMPARE(QSettings().value(SettingsKeys::pharmacyInfoJson).toString(),
+                 simulator.records(path).first()["body"].toString());
+        if (fault == QLatin1String("reject"))
+            QTRY_COMPARE(answerer.texts, QStringList{refusal});
+        QTRY_VERIFY(window.isNull());
+        QCOMPARE(answerer.texts.size(), int(fault == QLatin1String("reject")));
+    }
+
 private:
     QTemporaryDir dir;
     Simulator simulator;

@@ -8,6 +8,7 @@
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 
 #include <memory>
 
@@ -32,6 +33,11 @@ private slots:
         programFolder = std::make_unique<QTemporaryDir>();
         QVERIFY(programFolder->isValid());
         setProgramDir(programFolder->path());
+    }
+
+    void cleanup()
+    {
+        PDFDownloader::setToolTimeLimit(30000);
     }
 
     void pageCountOf_data()
@@ -156,7 +162,69 @@ private slots:
         }
     }
 
+    void slowPdfinfoLeavesTheThreadFree_data()
+    {
+        QTest::addColumn<bool>("released");
+        QTest::addColumn<int>("requests");
+
+        QTest::newRow("released by the event loop: the copy on disk serves") << true << 0;
+        QTest::newRow("never ends: killed at its limit, fetched anew") << false << 1;
+    }
+
+    // Regression: the check of a copy on disk ran pdfinfo with waitForFinished
+    // on the GUI thread, holding the program up to 30 s.
+    void slowPdfinfoLeavesTheThreadFree()
+    {
+        QFETCH(bool, released);
+        {
+            PDFDownloader first;
+            QVERIFY(fetch(first, pdfUrl(2), QStringLiteral("S")));
+        }
+        const QString poppler = programFolder->path() + QStringLiteral("/utils/poppler");
+        QVERIFY(installHangingPdfinfo(poppler));
+        QVERIFY(simulator.reset());
+        PDFDownloader::setToolTimeLimit(1000);
+
+        PDFDownloader downloader;
+        QSignalSpy ready(&downloader, &PDFDownloader::fileReady);
+        QSignalSpy failed(&downloader, &PDFDownloader::error);
+        // Runs only if download() leaves the event loop free while pdfinfo works.
+        if (released) {
+            QTimer::singleShot(0, this, [poppler] {
+                QFile release(poppler + QStringLiteral("/release"));
+                release.open(QIODevice::WriteOnly);
+            });
+        }
+        downloader.download(pdfUrl(2), QStringLiteral("S"), QStringLiteral(".pdf"));
+        QTRY_COMPARE_WITH_TIMEOUT(ready.count(), 1, 20000);
+        QCOMPARE(failed.count(), 0);
+        QTEST(simulator.records(pdfPath).size(), "requests");
+        QCOMPARE(downloader.pageCount(), 2);
+        QVERIFY(!downloader.page(1).isNull());
+    }
+
 private:
+    // A pdfinfo that hangs on its first run until a file "release" appears
+    // beside it, as pdfinfo may on a broken file, and is the real one after.
+    static bool installHangingPdfinfo(const QString& folder)
+    {
+        const QString real = QStandardPaths::findExecutable(QStringLiteral("pdfinfo"));
+        if (real.isEmpty() || !QDir().mkpath(folder))
+            return false;
+        QFile tool(folder + QStringLiteral("/pdfinfo"));
+        if (!tool.open(QIODevice::WriteOnly))
+            return false;
+        tool.write("#!/bin/sh\n"
+                   "dir=$(dirname \"$0\")\n"
+                   "if [ ! -e \"$dir/hung\" ]; then\n"
+                   "    : > \"$dir/hung\"\n"
+                   "    while [ ! -e \"$dir/release\" ]; do sleep 0.05; done\n"
+                   "fi\n"
+                   "exec '" + real.toUtf8() + "' \"$@\"\n");
+        tool.close();
+        return tool.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
+    }
+
     QString pdfUrl(int pages) const
     {
         return simulator.baseUrl() + QStringLiteral("/_sim/pdf?pages=%1").arg(pages);
