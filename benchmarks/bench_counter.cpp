@@ -15,13 +15,13 @@
 
 #include "appdir.h"
 #include "db/drugdatabase.h"
-#include "db/unzip.h"
 #include "drugs/drugviewmodel.h"
 #include "drugs/searchlookup.h"
 #include "mainwindow.h"
 #include "rawsearch.h"
 #include "samples.h"
 #include "simulator.h"
+#include "update/unzip.h"
 #include "utils/keyboardreader.h"
 
 #include <QAbstractEventDispatcher>

@@ -1,8 +1,8 @@
 #include "appdir.h"
 #include "loghandler.h"
 #include "mainwindow.h"
-#include "settings/appkey.h"
 #include "urls.h"
+#include "utils/appkey.h"
 #include "utils/raven.h"
 
 #include <QApplication>

@@ -16,8 +16,8 @@
 #include "settings/shortcutsettingswindow.h"
 #include "settings/usersettingsform.h"
 #include "settingskeys.h"
-#include "utils/advertprovider.h"
 #include "urls.h"
+#include "utils/advertprovider.h"
 #include "utils/connectionprobe.h"
 #include "utils/keyboardreader.h"
 #include "utils/shortcutsdispatcher.h"
@@ -106,6 +106,18 @@ MainWindow::MainWindow(QWidget* parent)
     DrugSubstituteViewModel::connectToDrugViewModel();
 
     ui->drugBase->show();
+    DrugBaseWidget* drugPage = ui->drugBase;
+    connect(drugPage, &DrugBaseWidget::statusMessage, this, &MainWindow::showStatusMessage);
+    connect(drugPage, &DrugBaseWidget::statusCleared, this, &MainWindow::clearStatusMessage);
+    connect(drugPage, &DrugBaseWidget::alertMessage, this, &MainWindow::showAlertMessage);
+    connect(drugPage, &DrugBaseWidget::substitutesRequested, this, &MainWindow::showSubstitutes);
+    connect(drugPage, &DrugBaseWidget::recipesPageRequested, this, &MainWindow::showRecipesPage);
+    connect(drugPage, &DrugBaseWidget::drugPageRequested, this, &MainWindow::showDrugPage);
+    connect(drugPage, &DrugBaseWidget::bringForwardRequested, this, [this] {
+        display();
+        raise();
+        setFocus(Qt::OtherFocusReason);
+    });
 
     // The program ends through "Zamknij", a program update or the end of the
     // desktop session, never because the last of its windows closed: the main
@@ -419,6 +431,7 @@ RecipeWidget* MainWindow::recipesPage()
         return recipes;
     recipes = new RecipeWidget(ui->centralWidget);
     recipes->setObjectName(QStringLiteral("recipes"));
+    connect(recipes, &RecipeWidget::drugPageRequested, this, &MainWindow::showDrugPage);
     recipes->hide();
     ui->verticalLayout->addWidget(recipes);
     // A banner chosen before the page existed is shown on it as on the drug page.

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "db/databaseupdater.h"
-#include "programupdater.h"
+#include "update/databaseupdater.h"
+#include "update/programupdater.h"
 
 #include <QMainWindow>
 #include <QPointer>

@@ -2,6 +2,7 @@
 #include "ui_drugbasewidget.h"
 
 #include "db/drugdatabase.h"
+#include "drugs/advertbanner.h"
 #include "drugs/collapsiblesection.h"
 #include "drugs/descrtab.h"
 #include "drugs/drugsubstituteitem.h"
@@ -10,9 +11,7 @@
 #include "drugs/giflistitem.h"
 #include "drugs/searchlistitem.h"
 #include "drugs/searchlookup.h"
-#include "mainwindow.h"
 #include "urls.h"
-#include "utils/advertbanner.h"
 #include "utils/advertprovider.h"
 #include "utils/imageviewer.h"
 #include "utils/pdfdownloader.h"
@@ -92,6 +91,10 @@ DrugBaseWidget::DrugBaseWidget(QWidget* parent)
             &DrugBaseWidget::onDrugViewModelSelectedDrugChanged, Qt::QueuedConnection);
     connect(AdvertProvider::instance(), &AdvertProvider::newAdd, this, &DrugBaseWidget::changeAd);
     connect(ShortcutsDispatcher::instance(), &ShortcutsDispatcher::shortcut, this, &DrugBaseWidget::onShortcut);
+    // The information tab asks through the page.
+    connect(ui->Drug_Info, &DrugInfoWidget::statusMessage, this, &DrugBaseWidget::statusMessage);
+    connect(ui->Drug_Info, &DrugInfoWidget::statusCleared, this, &DrugBaseWidget::statusCleared);
+    connect(ui->Drug_Info, &DrugInfoWidget::substitutesRequested, this, &DrugBaseWidget::substitutesRequested);
 
     ui->tabWidget->setCurrentIndex(0);
     // The search in the descriptions stays out of the user's reach; its line is kept.
@@ -366,10 +369,8 @@ void DrugBaseWidget::showGifPdf(const QString& url)
     });
     connect(downloader, &PDFDownloader::error, this, [this, downloader, stem] {
         gifDownloads.remove(stem);
-        if (stem == wantedGif) {
-            if (MainWindow* window = MainWindow::instance())
-                window->showAlertMessage(QStringLiteral("Wystąpił błąd podczas pobierania decyzji GIF!"), 10000);
-        }
+        if (stem == wantedGif)
+            emit alertMessage(QStringLiteral("Wystąpił błąd podczas pobierania decyzji GIF!"), 10000);
         downloader->deleteLater();
     });
     downloader->download(address, stem, QStringLiteral(".pdf"));
@@ -378,12 +379,8 @@ void DrugBaseWidget::showGifPdf(const QString& url)
 void DrugBaseWidget::onGifClicked(const QString& pdfPath)
 {
     // A bubble's click comes while other programs are in front: the window comes up.
-    if (MainWindow* window = MainWindow::instance()) {
-        window->display();
-        window->raise();
-        window->setFocus(Qt::OtherFocusReason);
-        window->showDrugPage();
-    }
+    emit bringForwardRequested();
+    emit drugPageRequested();
     qDebug() << "Pdf path" << pdfPath;
     ui->tabWidget->setCurrentWidget(ui->GIF_tab);
     showGifPdf(pdfPath);
@@ -547,12 +544,9 @@ void DrugBaseWidget::onShortcut(const QString& section)
     StatisticsSender::sendClick(selected->vid, section, QStringLiteral("shortcut"));
     if (!hasDrugSection(section))
         return;
-    if (MainWindow* window = MainWindow::instance()) {
-        window->showDrugPage();
-        window->display();
-        // From another program the window has to come to the front, not only show.
-        window->raise();
-    }
+    emit drugPageRequested();
+    // From another program the window has to come to the front, not only show.
+    emit bringForwardRequested();
     showDrugSection(section);
 }
 
@@ -583,6 +577,5 @@ bool DrugBaseWidget::selectFirstDrug()
 void DrugBaseWidget::on_recipesButton_clicked()
 {
     AdvertProvider::instance()->changeAd();
-    if (MainWindow* window = MainWindow::instance())
-        window->showRecipesPage();
+    emit recipesPageRequested();
 }

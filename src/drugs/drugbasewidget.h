@@ -39,6 +39,17 @@ public:
 
     bool eventFilter(QObject* object, QEvent* event) override;
 
+signals:
+    // What the page asks of the window around it; the main window connects them.
+    void statusMessage(const QString& text, int milliseconds);
+    void statusCleared();
+    void alertMessage(const QString& text, int milliseconds);
+    void substitutesRequested();
+    void recipesPageRequested();
+    void drugPageRequested();
+    // The window comes to the front, also from behind another program.
+    void bringForwardRequested();
+
 public slots:
     // A chord of the system-wide key stream, as the title of the section it opens.
     void onShortcut(const QString& section);

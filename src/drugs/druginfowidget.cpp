@@ -6,9 +6,8 @@
 #include "drugs/drugsubstituteviewmodel.h"
 #include "drugs/drugviewmodel.h"
 #include "drugs/priceitem.h"
-#include "mainwindow.h"
-#include "settings/appkey.h"
 #include "urls.h"
+#include "utils/appkey.h"
 #include "utils/imageviewer.h"
 #include "utils/statisticssender.h"
 
@@ -262,8 +261,7 @@ void DrugInfoWidget::on_printButton_clicked()
     const QString url = leafletServiceUrl + DrugDatabase::leafletPath(vid);
     qDebug() << "Url" << url;
 
-    if (MainWindow* window = MainWindow::instance())
-        window->showStatusMessage(QStringLiteral("Trwa pobieranie ulotki dla leku"), 10000);
+    emit statusMessage(QStringLiteral("Trwa pobieranie ulotki dla leku"), 10000);
     ui->leafletLabel->show();
     ui->printButton->setEnabled(false);
 
@@ -277,8 +275,7 @@ void DrugInfoWidget::onLeafletDownloader_fileReady()
         return;
     leafletRequested = false;
 
-    if (MainWindow* window = MainWindow::instance())
-        window->clearStatusMessage();
+    emit statusCleared();
     ui->printButton->setEnabled(true);
     ui->leafletLabel->hide();
 
@@ -294,8 +291,7 @@ void DrugInfoWidget::onLeafletDownloader_error()
         return;
     leafletRequested = false;
     // A leaflet that didn't come leaves the button ready for another try.
-    if (MainWindow* window = MainWindow::instance())
-        window->clearStatusMessage();
+    emit statusCleared();
     ui->printButton->setEnabled(true);
     ui->leafletLabel->hide();
 }
@@ -342,6 +338,5 @@ void DrugInfoWidget::on_pushButton_2_clicked()
 {
     if (const Drug* drug = DrugViewModel::instance()->selectedDrug())
         StatisticsSender::sendSubstituteView(QStringLiteral("button"), drug->vid);
-    if (MainWindow* window = MainWindow::instance())
-        window->showSubstitutes();
+    emit substitutesRequested();
 }

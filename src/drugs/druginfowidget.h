@@ -32,6 +32,12 @@ public:
     // button's file dialog ends here.
     void sendImage(const QString& fileName);
 
+signals:
+    // What the page asks of the window around it.
+    void statusMessage(const QString& text, int milliseconds);
+    void statusCleared();
+    void substitutesRequested();
+
 private slots:
     void onImageSendResult(QNetworkReply* reply);
     void onDrugImageResult(QNetworkReply* reply);

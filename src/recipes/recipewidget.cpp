@@ -2,11 +2,10 @@
 #include "ui_recipewidget.h"
 
 #include "db/drugdatabase.h"
-#include "mainwindow.h"
+#include "drugs/advertbanner.h"
 #include "recipes/drugrecipeitem.h"
 #include "recipes/recipedrugitem.h"
 #include "recipes/recipegroupitem.h"
-#include "utils/advertbanner.h"
 #include "utils/statisticssender.h"
 
 #include <QBoxLayout>
@@ -186,8 +185,7 @@ void RecipeWidget::showRecipes()
 void RecipeWidget::on_drugBaseButton_clicked()
 {
     AdvertProvider::instance()->changeAd();
-    if (MainWindow* window = MainWindow::instance())
-        window->showDrugPage();
+    emit drugPageRequested();
 }
 
 void RecipeWidget::changeAd(AdvertType advertType)

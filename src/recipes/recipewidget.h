@@ -26,6 +26,10 @@ public:
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
+signals:
+    // The main window shows the drug page.
+    void drugPageRequested();
+
 public slots:
     void changeAd(AdvertType advertType);
 

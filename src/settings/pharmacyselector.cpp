@@ -2,13 +2,13 @@
 #include "ui_pharmacyselector.h"
 
 #include "db/drugdatabase.h"
-#include "settings/appkey.h"
 #include "settings/emailvalidator.h"
 #include "settings/openhoursitem.h"
 #include "settings/pharmacyitem.h"
 #include "settings/profilejson.h"
 #include "settingskeys.h"
 #include "urls.h"
+#include "utils/appkey.h"
 #include "utils/responseenvelope.h"
 
 #include <QCloseEvent>

@@ -1,11 +1,11 @@
 #include "usersettingsform.h"
 #include "ui_usersettingsform.h"
 
-#include "settings/appkey.h"
 #include "settings/emailvalidator.h"
 #include "settings/profilejson.h"
 #include "settingskeys.h"
 #include "urls.h"
+#include "utils/appkey.h"
 #include "utils/responseenvelope.h"
 
 #include <QCloseEvent>

@@ -1,8 +1,8 @@
 #include "statisticssender.h"
 
 #include "db/drugdatabase.h"
-#include "settings/appkey.h"
 #include "urls.h"
+#include "utils/appkey.h"
 #include "utils/posttoapi.h"
 
 #include <QCoreApplication>

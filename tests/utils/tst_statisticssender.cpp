@@ -2,9 +2,9 @@
 #include "buildconfig.h"
 #include "db/databaseconnection.h"
 #include "db/drugdatabase.h"
-#include "settings/appkey.h"
 #include "simulator.h"
 #include "testsupport.h"
+#include "utils/appkey.h"
 #include "utils/statisticssender.h"
 
 #include <QJsonDocument>

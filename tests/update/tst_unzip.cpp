@@ -1,5 +1,5 @@
 #include "db/drugdatabase.h"
-#include "db/unzip.h"
+#include "update/unzip.h"
 
 #include <QDir>
 #include <QFile>

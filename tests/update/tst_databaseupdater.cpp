@@ -1,8 +1,8 @@
 #include "appdir.h"
 #include "buildconfig.h"
-#include "db/databaseupdater.h"
 #include "db/drugdatabase.h"
 #include "simulator.h"
+#include "update/databaseupdater.h"
 #include "utils/networklimits.h"
 
 #include <QDir>

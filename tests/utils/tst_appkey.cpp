@@ -1,5 +1,5 @@
-#include "settings/appkey.h"
 #include "settingskeys.h"
+#include "utils/appkey.h"
 
 #include <QCoreApplication>
 #include <QRegularExpression>

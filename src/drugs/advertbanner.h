@@ -1,6 +1,6 @@
 #pragma once
 
-#include "advertprovider.h"
+#include "utils/advertprovider.h"
 
 class QLabel;
 class QMouseEvent;

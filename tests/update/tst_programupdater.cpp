@@ -2,7 +2,7 @@
 
 #include "appdir.h"
 #include "buildconfig.h"
-#include "programupdater.h"
+#include "update/programupdater.h"
 #include "versionnumber.h"
 
 #include <QDirIterator>

@@ -2,7 +2,7 @@
 
 #include "appdir.h"
 #include "db/drugdatabase.h"
-#include "db/unzip.h"
+#include "update/unzip.h"
 #include "urls.h"
 #include "utils/raven.h"
 
