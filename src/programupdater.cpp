@@ -54,6 +54,12 @@ bool ProgramUpdater::isPlainFileName(const QString& name)
     return QFileInfo(name).fileName() == name;
 }
 
+QString ProgramUpdater::fileNameFromList(const QByteArray& list)
+{
+    const QJsonDocument document = QJsonDocument::fromJson(list);
+    return document.array().at(1).toArray().at(0).toArray().at(1).toArray().at(1).toArray().at(1).toString();
+}
+
 bool ProgramUpdater::isTrustedSource(const QUrl& url)
 {
     // An installer runs with the user's rights, so it is only started when it
@@ -92,8 +98,7 @@ void ProgramUpdater::onFileDownload(QNetworkReply* reply)
 {
     if (!reply->isSequential())
         reply->seek(0);
-    const QJsonDocument list = QJsonDocument::fromJson(reply->readAll());
-    fileName = list.array().at(1).toArray().at(0).toArray().at(1).toArray().at(1).toArray().at(1).toString();
+    fileName = fileNameFromList(reply->readAll());
     qDebug().noquote() << "Downloaded file" << fileName;
     downloadUpdaterFile();
 }

@@ -184,6 +184,16 @@ void DatabaseUpdater::replaceDatabase(const QString& path)
     archiveData.clear();
 }
 
+QDateTime DatabaseUpdater::refundListDate(const QString& answer)
+{
+    const QStringList parts = answer.split(QLatin1Char('#'));
+    if (parts.size() != 2)
+        return QDateTime();
+    QString text = parts.at(1);
+    text.remove(QRegularExpression(QStringLiteral("[\n\t\r]")));
+    return QDateTime::fromString(text, dateFormat);
+}
+
 void DatabaseUpdater::onCheckRefundResult(QNetworkReply* reply)
 {
     // A failure here is no failure of the check: the version check still runs.
@@ -193,15 +203,10 @@ void DatabaseUpdater::onCheckRefundResult(QNetworkReply* reply)
     } else if (reply->error() != QNetworkReply::NoError) {
         qDebug().noquote() << "Error: " + reply->errorString();
     } else {
-        const QStringList parts = QtHttpGet::replyText(reply).split(QLatin1Char('#'));
-        if (parts.size() == 2) {
-            QString onlineText = parts.at(1);
-            onlineText.remove(QRegularExpression(QStringLiteral("[\n\t\r]")));
-            const QDateTime online = QDateTime::fromString(onlineText, dateFormat);
-            const QDateTime local = QDateTime::fromString(DrugDatabase::listDate(), dateFormat);
-            // An unreadable date on either side leaves the decision to the version.
-            newerList = online.isValid() && local.isValid() && local < online;
-        }
+        const QDateTime online = refundListDate(QtHttpGet::replyText(reply));
+        const QDateTime local = QDateTime::fromString(DrugDatabase::listDate(), dateFormat);
+        // An unreadable date on either side leaves the decision to the version.
+        newerList = online.isValid() && local.isValid() && local < online;
     }
 
     if (newerList) {

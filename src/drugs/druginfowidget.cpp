@@ -48,11 +48,11 @@ QString cachedPicturePath(const QString& gid)
     return cacheDir() + QLatin1Char('/') + gid + QStringLiteral(".png");
 }
 
-// The picture in an answer of the image service, a JSON array whose first
-// object holds it as base64 text under "src"; null when there is none. Bytes
-// that are no picture count as none, so nothing is cached and the user may
-// send one in.
-QPixmap pictureOf(const QString& answer)
+} // namespace
+
+// Bytes that are no picture count as none, so nothing is cached and the user
+// may send one in.
+QPixmap DrugInfoWidget::pictureOf(const QString& answer)
 {
     const QJsonDocument document = QJsonDocument::fromJson(answer.toUtf8());
     const QString source = document.array().at(0).toObject().value(QStringLiteral("src")).toString();
@@ -61,8 +61,6 @@ QPixmap pictureOf(const QString& answer)
         picture.loadFromData(QByteArray::fromBase64(source.toLatin1()));
     return picture;
 }
-
-} // namespace
 
 DrugInfoWidget::DrugInfoWidget(QWidget* parent)
     : QWidget(parent)
