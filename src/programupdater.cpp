@@ -47,10 +47,15 @@ void ProgramUpdater::downloadUpdate()
 bool ProgramUpdater::isPlainFileName(const QString& name)
 {
     // The name comes from the service; it may only name a file in the
-    // program's own folder, never reach above or below it.
-    if (name.isEmpty() || name.contains(QLatin1Char('/')) || name.contains(QLatin1Char('\\'))
-        || name.contains(QLatin1String("..")))
+    // program's own folder, never reach above or below it. On Windows a ":"
+    // names a drive ("C:x.exe") or a stream, and control characters or "."
+    // alone name no file of the folder at all.
+    if (name.isEmpty() || name == QLatin1String(".") || name.contains(QLatin1String("..")))
         return false;
+    for (const QChar c : name) {
+        if (c.unicode() < 0x20 || QStringLiteral("/\\:*?\"<>|").contains(c))
+            return false;
+    }
     return QFileInfo(name).fileName() == name;
 }
 
