@@ -72,7 +72,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
         // A reading comes only at the press of a digit or of Return, one at a time.
         FUZZ_REQUIRE(seen.readings.size() - before <= 1);
         if (seen.readings.size() > before) {
-            FUZZ_REQUIRE(down && ((vkCode >= 0x2F && vkCode <= 0x39) || vkCode == 0x0D));
+            FUZZ_REQUIRE(down && ((vkCode >= '0' && vkCode <= '9') || vkCode == 0x0D));
             const QString reading = seen.readings.last();
             // Thirteen digits, every one pressed in this burst, in the order pressed.
             FUZZ_REQUIRE(reading.size() == eanLength);
