@@ -25,7 +25,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     const QJsonDocument document = QJsonDocument::fromJson(answer.toUtf8());
     FUZZ_REQUIRE(document.isArray());
     FUZZ_REQUIRE(!document.array().at(0).toObject().value(QStringLiteral("src")).toString().isEmpty());
-    // What is cached and shown is a real picture.
+    // What is cached and shown is a real picture of a size a package photo can have.
     FUZZ_REQUIRE(picture.width() > 0 && picture.height() > 0);
+    FUZZ_REQUIRE(picture.width() <= DrugInfoWidget::maxPictureSide && picture.height() <= DrugInfoWidget::maxPictureSide);
     return 0;
 }

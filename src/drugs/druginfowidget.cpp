@@ -19,6 +19,7 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QImage>
+#include <QImageReader>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -56,10 +57,17 @@ QPixmap DrugInfoWidget::pictureOf(const QString& answer)
 {
     const QJsonDocument document = QJsonDocument::fromJson(answer.toUtf8());
     const QString source = document.array().at(0).toObject().value(QStringLiteral("src")).toString();
-    QPixmap picture;
-    if (!source.isEmpty())
-        picture.loadFromData(QByteArray::fromBase64(source.toLatin1()));
-    return picture;
+    if (source.isEmpty())
+        return QPixmap();
+    QByteArray bytes = QByteArray::fromBase64(source.toLatin1());
+    QBuffer buffer(&bytes);
+    QImageReader reader(&buffer);
+    // The size is read from the header before anything is decoded: a few bytes
+    // may claim a picture of gigabytes.
+    const QSize size = reader.size();
+    if (!size.isValid() || size.width() > maxPictureSide || size.height() > maxPictureSide)
+        return QPixmap();
+    return QPixmap::fromImage(reader.read());
 }
 
 DrugInfoWidget::DrugInfoWidget(QWidget* parent)

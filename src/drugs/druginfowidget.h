@@ -34,8 +34,10 @@ public:
     void sendImage(const QString& fileName);
 
     // The picture in an answer of the image service, a JSON array whose first
-    // object holds it as base64 text under "src"; null when there is none.
+    // object holds it as base64 text under "src"; null when there is none or
+    // when it is larger than a package photo can be.
     static QPixmap pictureOf(const QString& answer);
+    static constexpr int maxPictureSide = 4096;
 
 private slots:
     void onImageSendResult(QNetworkReply* reply);
