@@ -191,6 +191,11 @@ QDateTime DatabaseUpdater::refundListDate(const QString& answer)
         return QDateTime();
     QString text = parts.at(1);
     text.remove(QRegularExpression(QStringLiteral("[\n\t\r]")));
+    // QDateTime also reads a signed or short year ("+020-04-01" as the year 20):
+    // only a day written out in full is a date here.
+    static const QRegularExpression fullDate(QStringLiteral("^[0-9]{4}-[0-9]{2}-[0-9]{2}$"));
+    if (!fullDate.match(text).hasMatch())
+        return QDateTime();
     return QDateTime::fromString(text, dateFormat);
 }
 
