@@ -10,6 +10,10 @@ packages=(
     python3 poppler-utils
     xvfb xauth xdotool fonts-dejavu-core
 )
+# scripts/fuzz.sh alone needs Clang and its libFuzzer and sanitizer runtimes.
+if [ "${QUILLARD_FUZZ_DEPS:-0}" = 1 ]; then
+    packages+=(clang libclang-rt-14-dev)
+fi
 
 missing=()
 for package in "${packages[@]}"; do

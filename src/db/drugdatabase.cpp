@@ -150,19 +150,6 @@ DrugPrice makeDrugPrice(const QString& levelId, const QString& payment, const QS
     return price;
 }
 
-// The packed refund text: groups of level id, payment, scope id and off-label
-// id, all joined by "|". Empty fields count as positions; a missing part of an
-// incomplete group reads as empty.
-QList<DrugPrice> refundRows(const QString& prices)
-{
-    const QStringList parts = prices.split(QLatin1Char('|'), Qt::KeepEmptyParts, Qt::CaseSensitive);
-    QList<DrugPrice> rows;
-    for (int i = 0; i < parts.size(); i += 4)
-        rows.append(makeDrugPrice(partAt(parts, i), partAt(parts, i + 1), partAt(parts, i + 2),
-                                  partAt(parts, i + 3)));
-    return rows;
-}
-
 Drug makeDrug(DrugRow&& row)
 {
     Drug drug;
@@ -298,6 +285,17 @@ const RefundTables* refundTables()
 }
 
 } // namespace
+
+// Empty fields count as positions; a missing part of an incomplete group reads as empty.
+QList<DrugPrice> refundRows(const QString& prices)
+{
+    const QStringList parts = prices.split(QLatin1Char('|'), Qt::KeepEmptyParts, Qt::CaseSensitive);
+    QList<DrugPrice> rows;
+    for (int i = 0; i < parts.size(); i += 4)
+        rows.append(makeDrugPrice(partAt(parts, i), partAt(parts, i + 1), partAt(parts, i + 2),
+                                  partAt(parts, i + 3)));
+    return rows;
+}
 
 QSqlDatabase databaseHandle(const QString& name)
 {

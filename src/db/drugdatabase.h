@@ -58,6 +58,10 @@ void storeStatistics(const QString& url, const QString& data);
 QPair<QString, QByteArray> takeOverdueRecord();
 bool isStatisticsEmpty();
 
+// The refund rows of a drug's packed refund text (v.prices): groups of level
+// id, payment, scope id and off-label id, all joined by "|".
+QList<DrugPrice> refundRows(const QString& prices);
+
 // The three look-ups behind a refund row; the id "-1" answers without SQL.
 RefundLevel refundLevelById(const QString& id);
 RefundScope refundScopeById(const QString& id);

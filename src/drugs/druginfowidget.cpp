@@ -18,6 +18,7 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QImage>
+#include <QImageReader>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -47,21 +48,26 @@ QString cachedPicturePath(const QString& gid)
     return cacheDir() + QLatin1Char('/') + gid + QStringLiteral(".png");
 }
 
-// The picture in an answer of the image service, a JSON array whose first
-// object holds it as base64 text under "src"; null when there is none. Bytes
-// that are no picture count as none, so nothing is cached and the user may
-// send one in.
-QPixmap pictureOf(const QString& answer)
+} // namespace
+
+// Bytes that are no picture count as none, so nothing is cached and the user
+// may send one in.
+QPixmap DrugInfoWidget::pictureOf(const QString& answer)
 {
     const QJsonDocument document = QJsonDocument::fromJson(answer.toUtf8());
     const QString source = document.array().at(0).toObject().value(QStringLiteral("src")).toString();
-    QPixmap picture;
-    if (!source.isEmpty())
-        picture.loadFromData(QByteArray::fromBase64(source.toLatin1()));
-    return picture;
+    if (source.isEmpty())
+        return QPixmap();
+    QByteArray bytes = QByteArray::fromBase64(source.toLatin1());
+    QBuffer buffer(&bytes);
+    QImageReader reader(&buffer);
+    // The size is read from the header before anything is decoded: a few bytes
+    // may claim a picture of gigabytes.
+    const QSize size = reader.size();
+    if (!size.isValid() || size.width() > maxPictureSide || size.height() > maxPictureSide)
+        return QPixmap();
+    return QPixmap::fromImage(reader.read());
 }
-
-} // namespace
 
 DrugInfoWidget::DrugInfoWidget(QWidget* parent)
     : QWidget(parent)

@@ -5,6 +5,7 @@
 #include "utils/qthttpget.h"
 
 #include <QList>
+#include <QPixmap>
 #include <QString>
 #include <QWidget>
 
@@ -31,6 +32,12 @@ public:
     // Sends the picture in `fileName` as the selected drug's; the upload
     // button's file dialog ends here.
     void sendImage(const QString& fileName);
+
+    // The picture in an answer of the image service, a JSON array whose first
+    // object holds it as base64 text under "src"; null when there is none or
+    // when it is larger than a package photo can be.
+    static QPixmap pictureOf(const QString& answer);
+    static constexpr int maxPictureSide = 4096;
 
 signals:
     // What the page asks of the window around it.

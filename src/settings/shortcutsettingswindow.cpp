@@ -3,6 +3,7 @@
 
 #include "settings/shortcutwidget.h"
 #include "settingskeys.h"
+#include "utils/shortcutsdispatcher.h"
 
 #include <QListWidgetItem>
 #include <QMap>
@@ -25,7 +26,7 @@ ShortcutSettingsWindow::ShortcutSettingsWindow(QWidget* parent)
         save();
         return;
     }
-    for (int i = 0; i < size; ++i) {
+    for (int i = 0; i < qMin(size, ShortcutsDispatcher::maxShortcuts); ++i) {
         settings.setArrayIndex(i);
         addRow(settings.value(SettingsKeys::shortcutDescription).toString(),
                settings.value(SettingsKeys::shortcutKey).value<QKeySequence>());

@@ -184,6 +184,21 @@ void DatabaseUpdater::replaceDatabase(const QString& path)
     archiveData.clear();
 }
 
+QDateTime DatabaseUpdater::refundListDate(const QString& answer)
+{
+    const QStringList parts = answer.split(QLatin1Char('#'));
+    if (parts.size() != 2)
+        return QDateTime();
+    QString text = parts.at(1);
+    text.remove(QRegularExpression(QStringLiteral("[\n\t\r]")));
+    // QDateTime also reads a signed or short year ("+020-04-01" as the year 20):
+    // only a day written out in full is a date here.
+    static const QRegularExpression fullDate(QStringLiteral("^[0-9]{4}-[0-9]{2}-[0-9]{2}$"));
+    if (!fullDate.match(text).hasMatch())
+        return QDateTime();
+    return QDateTime::fromString(text, dateFormat);
+}
+
 void DatabaseUpdater::onCheckRefundResult(QNetworkReply* reply)
 {
     // A failure here is no failure of the check: the version check still runs.
@@ -193,15 +208,10 @@ void DatabaseUpdater::onCheckRefundResult(QNetworkReply* reply)
     } else if (reply->error() != QNetworkReply::NoError) {
         qDebug().noquote() << "Error: " + reply->errorString();
     } else {
-        const QStringList parts = QtHttpGet::replyText(reply).split(QLatin1Char('#'));
-        if (parts.size() == 2) {
-            QString onlineText = parts.at(1);
-            onlineText.remove(QRegularExpression(QStringLiteral("[\n\t\r]")));
-            const QDateTime online = QDateTime::fromString(onlineText, dateFormat);
-            const QDateTime local = QDateTime::fromString(DrugDatabase::listDate(), dateFormat);
-            // An unreadable date on either side leaves the decision to the version.
-            newerList = online.isValid() && local.isValid() && local < online;
-        }
+        const QDateTime online = refundListDate(QtHttpGet::replyText(reply));
+        const QDateTime local = QDateTime::fromString(DrugDatabase::listDate(), dateFormat);
+        // An unreadable date on either side leaves the decision to the version.
+        newerList = online.isValid() && local.isValid() && local < online;
     }
 
     if (newerList) {

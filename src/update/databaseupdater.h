@@ -32,6 +32,10 @@ public:
     // left as it was.
     void replaceDatabase(const QString& path);
 
+    // The date of the newest refund list in the file service's answer "<n>#yyyy-MM-dd";
+    // invalid when the answer doesn't have that form.
+    static QDateTime refundListDate(const QString& answer);
+
     // Milliseconds from `now` to the next 03:00 local time, the hour of the daily check.
     static qint64 msecsToNextCheck(const QDateTime& now);
 

@@ -48,10 +48,15 @@ void ProgramUpdater::downloadUpdate()
 bool ProgramUpdater::isPlainFileName(const QString& name)
 {
     // The name comes from the service; it may only name a file in the
-    // program's own folder, never reach above or below it.
-    if (name.isEmpty() || name.contains(QLatin1Char('/')) || name.contains(QLatin1Char('\\'))
-        || name.contains(QLatin1String("..")))
+    // program's own folder, never reach above or below it. On Windows a ":"
+    // names a drive ("C:x.exe") or a stream, and control characters or "."
+    // alone name no file of the folder at all.
+    if (name.isEmpty() || name == QLatin1String(".") || name.contains(QLatin1String("..")))
         return false;
+    for (const QChar c : name) {
+        if (c.unicode() < 0x20 || QStringLiteral("/\\:*?\"<>|").contains(c))
+            return false;
+    }
     if (QFileInfo(name).fileName() != name)
         return false;
     // Nor may it overwrite the program's own files beside it. Windows matches
@@ -64,6 +69,12 @@ bool ProgramUpdater::isPlainFileName(const QString& name)
             return false;
     }
     return true;
+}
+
+QString ProgramUpdater::fileNameFromList(const QByteArray& list)
+{
+    const QJsonDocument document = QJsonDocument::fromJson(list);
+    return document.array().at(1).toArray().at(0).toArray().at(1).toArray().at(1).toArray().at(1).toString();
 }
 
 bool ProgramUpdater::isTrustedSource(const QUrl& url)
@@ -104,8 +115,7 @@ void ProgramUpdater::onFileDownload(QNetworkReply* reply)
 {
     if (!reply->isSequential())
         reply->seek(0);
-    const QJsonDocument list = QJsonDocument::fromJson(reply->readAll());
-    fileName = list.array().at(1).toArray().at(0).toArray().at(1).toArray().at(1).toArray().at(1).toString();
+    fileName = fileNameFromList(reply->readAll());
     qDebug().noquote() << "Downloaded file" << fileName;
     downloadUpdaterFile();
 }

@@ -25,6 +25,10 @@ public:
     void checkVersion();
     void downloadUpdate();
 
+    // The installer's name in the service's file list: the string at [1][0][1][1][1],
+    // empty when any step is missing.
+    static QString fileNameFromList(const QByteArray& list);
+
     // What a downloaded installer must pass before it is written and started.
     static bool isPlainFileName(const QString& name);
     static bool isTrustedSource(const QUrl& url);

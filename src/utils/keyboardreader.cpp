@@ -11,7 +11,9 @@
 namespace {
 
 // Windows virtual-key codes, the reader's key codes on every platform.
-constexpr int firstAcceptedKey = 0x2F;
+// The digits of the main keyboard. 0x2F, the Help key, types no digit and would
+// make a reading of something that is no EAN code.
+constexpr int firstAcceptedKey = 0x30;
 constexpr int lastAcceptedKey = 0x39;
 constexpr int returnKey = 0x0D;
 constexpr int escapeKey = 0x1B;

@@ -143,8 +143,9 @@ int PDFDownloader::pageCountOf(const QString& pdfInfoOutput)
     const QStringList lines = pdfInfoOutput.split(lineBreak, Qt::SkipEmptyParts);
     for (const QString& line : lines) {
         const QStringList parts = line.simplified().split(QStringLiteral(": "), Qt::SkipEmptyParts);
+        // Pages are loaded and printed by index up to the count: a negative one reads as none.
         if (parts.size() >= 2 && parts.at(0) == QLatin1String("Pages"))
-            return parts.at(1).toInt();
+            return qMax(0, parts.at(1).toInt());
     }
     return 0;
 }

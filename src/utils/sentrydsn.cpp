@@ -8,21 +8,32 @@ bool SentryDsn::parse(const QString& text, SentryDsn* dsn)
     if (!url.isValid())
         return false;
 
-    dsn->protocol = url.scheme();
-    dsn->publicKey = url.userName(QUrl::FullyDecoded);
-    dsn->secretKey = url.password(QUrl::FullyDecoded);
-    dsn->host = url.host(QUrl::FullyDecoded);
-    dsn->path = url.path(QUrl::FullyDecoded);
-    dsn->projectId = url.fileName(QUrl::FullyDecoded);
+    SentryDsn parsed;
+    parsed.protocol = url.scheme();
+    parsed.publicKey = url.userName(QUrl::FullyDecoded);
+    parsed.secretKey = url.password(QUrl::FullyDecoded);
+    parsed.host = url.host(QUrl::FullyDecoded);
+    parsed.path = url.path(QUrl::FullyDecoded);
+    parsed.projectId = url.fileName(QUrl::FullyDecoded);
 
-    const int lastSlash = dsn->path.lastIndexOf(QLatin1Char('/'));
+    const int lastSlash = parsed.path.lastIndexOf(QLatin1Char('/'));
     if (lastSlash >= 0)
-        dsn->path = dsn->path.left(lastSlash);
+        parsed.path = parsed.path.left(lastSlash);
 
     // An https DSN without a port thus gets no port either.
     const int port = url.port(80);
     if (port != 80)
-        dsn->host += QLatin1Char(':') + QString::number(port);
+        parsed.host += QLatin1Char(':') + QString::number(port);
+
+    // The events go to the address made of these parts: a DSN that gives no
+    // well-formed http(s) address of a project's store counts as invalid.
+    const QUrl store(parsed.storeUrl(), QUrl::StrictMode);
+    const bool web = parsed.protocol == QLatin1String("http") || parsed.protocol == QLatin1String("https");
+    if (!web || parsed.projectId.isEmpty() || !store.isValid() || store.host().isEmpty()
+        || !store.userInfo().isEmpty() || store.hasQuery() || store.hasFragment()
+        || !store.path().endsWith(QStringLiteral("/api/") + parsed.projectId + QStringLiteral("/store/")))
+        return false;
+    *dsn = parsed;
     return true;
 }
 

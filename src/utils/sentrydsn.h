@@ -15,7 +15,8 @@ struct SentryDsn {
     // The last segment of the path.
     QString projectId;
 
-    // Fills `dsn` from `text`; false when QUrl finds `text` invalid.
+    // Fills `dsn` from `text`; false, leaving `dsn` as it was, when QUrl finds
+    // `text` invalid or no http(s) store address follows from it.
     static bool parse(const QString& text, SentryDsn* dsn);
 
     // "<protocol>://<host><path>/api/<projectId>/store/"

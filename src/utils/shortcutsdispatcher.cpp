@@ -23,7 +23,7 @@ void ShortcutsDispatcher::reload(bool force)
         return;
 
     shortcuts.clear();
-    const int size = settings.beginReadArray(SettingsKeys::shortcuts);
+    const int size = qMin(settings.beginReadArray(SettingsKeys::shortcuts), maxShortcuts);
     for (int i = 0; i < size; ++i) {
         settings.setArrayIndex(i);
         shortcuts.append({settings.value(SettingsKeys::shortcutKey).value<QKeySequence>(),

@@ -15,6 +15,10 @@ class ShortcutsDispatcher : public QObject {
 public:
     static ShortcutsDispatcher* instance();
 
+    // Rows of the stored table that are read at most. The table has one row per
+    // description section; a damaged store may claim billions, read at every key release.
+    static constexpr int maxShortcuts = 256;
+
     // Re-reads the table when forced or when the shortcuts window has saved it.
     void reload(bool force);
     // The chord of a section; empty when the section has none.
