@@ -5,7 +5,6 @@
 
 #include <QBoxLayout>
 #include <QEvent>
-#include <QFontMetrics>
 #include <QFrame>
 #include <QSettings>
 #include <QSplitter>
@@ -38,6 +37,7 @@ DrugPageFit::DrugPageFit(QSplitter* splitter, QTabWidget* tabs, QWidget* info, Q
     connect(splitter, &QSplitter::splitterMoved, this, &DrugPageFit::keepDraggedColumn);
     splitter->installEventFilter(this);
     tabs->installEventFilter(this);
+    tabs->tabBar()->installEventFilter(this);
     info->installEventFilter(this);
 }
 
@@ -50,8 +50,10 @@ bool DrugPageFit::eventFilter(QObject* watched, QEvent* event)
             fitTabs();
         else if (watched == info)
             stackPrices();
-    } else if (watched == tabs && event->type() == QEvent::LayoutRequest) {
-        // A tab came or went, or its text changed.
+    } else if ((watched == tabs && event->type() == QEvent::LayoutRequest)
+               || (watched == tabs->tabBar() && event->type() == QEvent::Paint)) {
+        // A tab came or went, or its text changed. A hidden bar takes such a
+        // change without asking for a layout, so the next paint looks too.
         fitTabs();
     }
     return QObject::eventFilter(watched, event);
@@ -74,29 +76,34 @@ void DrugPageFit::fitTabs()
 {
     QTabBar* bar = tabs->tabBar();
     const int count = bar->count();
-    if (count == 0)
-        return;
     const int available = tabs->width();
-    const int minimumWidth = std::min(tabWidth, available / count - tabMargin);
-    QFont font = bar->font();
-    int pixels = largestTabFont;
-    for (; pixels > smallestTabFont; --pixels) {
-        font.setPixelSize(pixels);
-        const QFontMetrics metrics(font);
-        int total = 0;
-        for (int i = 0; i < count; ++i)
-            total += std::max(minimumWidth, metrics.horizontalAdvance(bar->tabText(i)) + 2 * tabPadding) + tabMargin;
-        if (total <= available)
-            break;
-    }
-    if (pixels != tabFontPixels) {
-        tabFontPixels = pixels;
-        font.setPixelSize(pixels);
-        bar->setFont(font);
-    }
-    if (minimumWidth != tabMinimumWidth) {
-        tabMinimumWidth = minimumWidth;
-        bar->setStyleSheet(QStringLiteral("QTabBar::tab { min-width: %1px; }").arg(minimumWidth - 2 * tabPadding));
+    QString fitted = QString::number(available);
+    for (int i = 0; i < count; ++i)
+        fitted += QLatin1Char('|') + bar->tabText(i);
+    // Each change of the bar's font asks for a new layout; nothing to do when
+    // neither the room nor the tabs changed since the last fit.
+    if (count == 0 || fitted == lastFitted)
+        return;
+    lastFitted = fitted;
+
+    // Tabs of one width where they all take it, else each as wide as its text;
+    // in the largest type in which the bar, as the style measures it, has room for them.
+    const int evenWidth = std::min(tabWidth, available / count - tabMargin);
+    for (const int minimumWidth : {evenWidth, 0}) {
+        if (minimumWidth != tabMinimumWidth) {
+            tabMinimumWidth = minimumWidth;
+            bar->setStyleSheet(QStringLiteral("QTabBar::tab { min-width: %1px; }")
+                                   .arg(std::max(0, minimumWidth - 2 * tabPadding)));
+        }
+        QFont font = bar->font();
+        for (int pixels = largestTabFont; pixels >= smallestTabFont; --pixels) {
+            if (font.pixelSize() != pixels) {
+                font.setPixelSize(pixels);
+                bar->setFont(font);
+            }
+            if (bar->sizeHint().width() <= available)
+                return;
+        }
     }
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <QString>
 
 class QSplitter;
 class QTabWidget;
@@ -30,6 +31,7 @@ private:
     QWidget* info = nullptr;
     // The left column's width that the user dragged to, 0 for the window's rule.
     int draggedColumn = 0;
-    int tabFontPixels = 0;
-    int tabMinimumWidth = 0;
+    int tabMinimumWidth = -1;
+    // The room and the tab texts of the last fit.
+    QString lastFitted;
 };
