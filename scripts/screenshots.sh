@@ -9,7 +9,8 @@
 # The build folder (default build) must hold bin/quillard and the demo
 # database; the port must be the one the build was configured with
 # (QUILLARD_SIMULATOR_PORT, 18765 by default). Sizes default to 1366x768 and
-# 1280x1024, the scale (QT_SCALE_FACTOR) to 1. Files: <output>/<prefix>-<size>[-<scale>].png.
+# 1280x1024, the scale (QT_SCALE_FACTOR) to 1. Files: <output>/<prefix>-<size>[-<scale>].png
+# right after the scan, and <...>-page.png once the box and the bubbles have gone.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -101,6 +102,9 @@ for size in "${sizes[@]}"; do
         xdotool type --delay 20 5909990000012
         sleep 4
         import -window root -colors 256 "png8:$output/$name.png"
+        # The box and the bubbles go after ten seconds; then the whole page shows.
+        sleep 8
+        import -window root -colors 256 "png8:$output/$name-page.png"
         stop_all
         unset DISPLAY
     done
