@@ -3,6 +3,7 @@
 
 #include "bubbleboxlistitem.h"
 #include "db/drugdatabase.h"
+#include "screenlayout.h"
 #include "drugs/drugviewmodel.h"
 #include "utils/shortcutsdispatcher.h"
 #include "utils/statisticssender.h"
@@ -15,9 +16,6 @@
 
 namespace {
 constexpr int lifetimeMs = 10000;
-constexpr int headerHeight = 87;
-constexpr int rowHeight = 34;
-constexpr int boxWidth = 326;
 } // namespace
 
 BubbleBox::BubbleBox(QWidget* parent)
@@ -52,6 +50,8 @@ void BubbleBox::display(const Drug& drug)
     // One read of the settings store for the whole box, not one per row.
     dispatcher->reload(false);
     const QList<DescriptionSection> sections = DrugDatabase::descriptionsOf(drug.vid);
+    // The main window stacks a bubble for each decision below the box.
+    gifBubbles = DrugDatabase::gifDecisions(drug.vid).size();
     QListWidget* list = ui->listWidget_2;
     list->clearSelection();
     list->setCurrentRow(-1);
@@ -85,10 +85,17 @@ void BubbleBox::display()
         return;
     }
     timer->start(lifetimeMs);
-    ui->listWidget_2->show();
+    QListWidget* list = ui->listWidget_2;
+    list->show();
     adjustSize();
-    // As high as its rows, whatever the screen: the list never scrolls.
-    resize(boxWidth, headerHeight + rowHeight * ui->listWidget_2->count());
+    // As high as its rows while they fit above the GIF bubbles; on a small
+    // screen the box stops there and its list scrolls.
+    const int rows = list->count();
+    const QRect area = ScreenLayout::notificationBoxGeometry(
+        QGuiApplication::primaryScreen()->availableGeometry(), rows, gifBubbles);
+    const bool cut = area.height() < ScreenLayout::boxHeaderHeight + ScreenLayout::boxRowHeight * rows;
+    list->setVerticalScrollBarPolicy(cut ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);
+    setGeometry(area);
     // Laid out unseen first, so that the box never shows half-built.
     ui->frame->setAttribute(Qt::WA_DontShowOnScreen, true);
     ui->frame->show();
@@ -101,8 +108,7 @@ bool BubbleBox::placeOnScreen()
     const QScreen* screen = QGuiApplication::primaryScreen();
     if (!screen)
         return false;
-    const QRect area = screen->geometry();
-    move(area.right() - area.left() - 336, 9);
+    move(ScreenLayout::notificationBoxGeometry(screen->availableGeometry(), 0, 0).topLeft());
     return true;
 }
 

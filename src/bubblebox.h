@@ -41,10 +41,12 @@ private slots:
     void on_listWidget_2_itemClicked(QListWidgetItem* item);
 
 private:
-    // Moves the box to the top right corner of the primary screen; false when
+    // Moves the box to the top right corner of the primary screen's available area; false when
     // the system has no screen.
     bool placeOnScreen();
 
     Ui::BubbleBox* ui = nullptr;
     QTimer* timer = nullptr;
+    // GIF bubbles of the drug shown, which take the screen's corner below the box.
+    int gifBubbles = 0;
 };

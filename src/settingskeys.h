@@ -14,4 +14,5 @@ inline const QString shortcuts = QStringLiteral("shortcuts");
 inline const QString shortcutKey = QStringLiteral("Shortcut");
 inline const QString shortcutDescription = QStringLiteral("Description");
 inline const QString refreshShortcuts = QStringLiteral("refresh_shortcuts");
+inline const QString drugPageLeftColumn = QStringLiteral("drug_page_left_column");
 } // namespace SettingsKeys

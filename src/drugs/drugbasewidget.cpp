@@ -5,6 +5,7 @@
 #include "drugs/advertbanner.h"
 #include "drugs/collapsiblesection.h"
 #include "drugs/descrtab.h"
+#include "drugs/drugpagefit.h"
 #include "drugs/drugsubstituteitem.h"
 #include "drugs/drugsubstituteviewmodel.h"
 #include "drugs/drugviewmodel.h"
@@ -100,6 +101,7 @@ DrugBaseWidget::DrugBaseWidget(QWidget* parent)
     // The search in the descriptions stays out of the user's reach; its line is kept.
     ui->frame_4->hide();
     ui->widget->resize(700, ui->widget->height());
+    new DrugPageFit(ui->splitter, ui->tabWidget, ui->Drug_Info, this);
 
     new SearchLookup(ui->searchLineEdit);
 }

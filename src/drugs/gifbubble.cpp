@@ -1,6 +1,7 @@
 #include "gifbubble.h"
 #include "ui_gifbubble.h"
 
+#include "screenlayout.h"
 #include "urls.h"
 #include "utils/statisticssender.h"
 
@@ -86,8 +87,7 @@ void GifBubble::Show(const QString& name, const QString& pdfPath, const QString&
     const QScreen* screen = QGuiApplication::primaryScreen();
     if (!screen)
         return;
-    const QRect area = screen->geometry();
-    move(area.right() - area.left() - 336, area.bottom() - area.top() + 1 - 85 * i - 20);
+    move(ScreenLayout::gifBubblePosition(screen->availableGeometry(), i));
     show();
     // The button's width is known only once the bubble is laid out on show().
     ui->pushButton->setText(wrapped(this->desc, ui->pushButton->fontMetrics(), ui->pushButton->contentsRect().width()));
