@@ -5,7 +5,8 @@ floor above. Run with no arguments from anywhere; it prints every include that
 looks up and exits with 1 if there is one.
 
     helpers   the root's small shared pieces: the program's folder, the service
-              addresses, the settings keys, the log, version numbers
+              addresses, the settings keys, the log, version numbers, the
+              geometry of windows on a screen
     db        the drug database and the statistics store: SQLite only
     utils     HTTP, the error client, usage records, banners' data, the key
               sources and the keyboard reader, PDF pages and their viewer
@@ -22,7 +23,8 @@ import re
 import sys
 
 FLOORS = [
-    ("helpers", ["appdir.*", "urls.h", "settingskeys.h", "loghandler.*", "versionnumber.*", "buildconfig.h*"]),
+    ("helpers", ["appdir.*", "urls.h", "settingskeys.h", "loghandler.*", "versionnumber.*", "screenlayout.*",
+                 "buildconfig.h*"]),
     ("db", ["db/*"]),
     ("utils", ["utils/*"]),
     ("update", ["update/*"]),
