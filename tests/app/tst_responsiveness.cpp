@@ -1,10 +1,18 @@
+#include "appdir.h"
 #include "db/drugdatabase.h"
+#include "drugs/drugbasewidget.h"
 #include "guithreadwatchdog.h"
 #include "mainwindow.h"
+#include "settings/pharmacyselector.h"
 #include "simulator.h"
 #include "testsupport.h"
+#include "utils/keyboardreader.h"
 
+#include <QCheckBox>
+#include <QDir>
 #include <QElapsedTimer>
+#include <QLineEdit>
+#include <QPushButton>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
@@ -86,7 +94,74 @@ private slots:
         QVERIFY2(watchdog.longestGapMs() <= longestGapMs, qPrintable(QString::number(watchdog.longestGapMs())));
     }
 
+    void flowUnderFault_data()
+    {
+        QTest::addColumn<QString>("flow");
+        QTest::addColumn<QString>("key");
+        QTest::addColumn<QString>("fault");
+
+        const QList<QPair<QString, QString>> flows = {
+            { QStringLiteral("picture"), QStringLiteral("/files/check.php?a=getImage") },
+            { QStringLiteral("leaflet"), QStringLiteral("/leaflets/*") },
+            { QStringLiteral("GIF decision"), QStringLiteral("/images/*") },
+            { QStringLiteral("pharmacy form"), QStringLiteral("/desktop/registration/user_pharmacy.php") },
+        };
+        const QStringList faults = { QStringLiteral("noanswer"), QStringLiteral("slow"), QStringLiteral("truncated"),
+                                     QStringLiteral("302loop"), QStringLiteral("500") };
+        for (const auto& flow : flows) {
+            for (const QString& fault : faults)
+                QTest::addRow("%s %s", qPrintable(fault), qPrintable(flow.first)) << flow.first << flow.second << fault;
+        }
+    }
+
+    // The flows a pharmacist starts at the counter: whatever their service does,
+    // the window goes on serving its events and the base stays as it was.
+    void flowUnderFault()
+    {
+        QFETCH(QString, flow);
+        QFETCH(QString, key);
+        QFETCH(QString, fault);
+        QVERIFY(window = TestSupport::demoWindow(dir.path(), simulator));
+        // Nothing of an earlier row on disk: every document is asked for anew.
+        QDir(programDir() + QStringLiteral("/cache")).removeRecursively();
+        QDir(programDir() + QStringLiteral("/temp")).removeRecursively();
+        QVERIFY(simulator.setFault(key, fault));
+
+        GuiThreadWatchdog watchdog;
+        std::unique_ptr<QWidget> form;
+        if (flow == QLatin1String("pharmacy form")) {
+            form = std::make_unique<PharmacySelector>();
+            form->show();
+            form->findChild<QCheckBox*>(QStringLiteral("checkBox"))->setChecked(true);
+            for (const char* name : { "NameLineEdit", "StreetLineEdit", "ZipLineEdit", "CityLineEdit" })
+                form->findChild<QLineEdit*>(QLatin1String(name))->setText(QStringLiteral("11111"));
+            QTest::mouseClick(form->findChild<QPushButton*>(QStringLiteral("SubmitButton")), Qt::LeftButton);
+        } else {
+            // Paracetamol: its picture, its leaflet and two GIF decisions.
+            emit KeyboardReader::instance()->newReading(QStringLiteral("5909990000012"));
+            if (flow == QLatin1String("leaflet"))
+                QTRY_VERIFY(clickWhenEnabled(QStringLiteral("printButton")));
+            else if (flow == QLatin1String("GIF decision"))
+                window->findChild<DrugBaseWidget*>()->onGifClicked(QStringLiteral("gif/2024/decyzja_88.pdf"));
+        }
+        QVERIFY(TestSupport::waitWhileProgressing([&] { return !simulator.records(key).isEmpty(); },
+                                                  [&] { return simulator.records(QStringLiteral("*")).size(); }));
+        QTest::qWait(observeMs);
+        QVERIFY2(watchdog.longestGapMs() <= longestGapMs, qPrintable(QString::number(watchdog.longestGapMs())));
+        // The base is untouched and still answers.
+        QCOMPARE(DrugDatabase::drugByEan(QStringLiteral("5909990000012")).vid, QStringLiteral("100001"));
+    }
+
 private:
+    bool clickWhenEnabled(const QString& name)
+    {
+        auto* button = window->findChild<QPushButton*>(name);
+        if (!button || !button->isEnabled())
+            return false;
+        button->click();
+        return true;
+    }
+
 #ifdef QUILLARD_SANITIZED_BUILD
     // Sanitized code builds the window several times slower.
     static constexpr int mappedWithinMs = 3000;
@@ -94,7 +169,7 @@ private:
     static constexpr int mappedWithinMs = 1000;
 #endif
     static constexpr int longestGapMs = 250;
-    static constexpr int observeMs = 1500;
+    static constexpr int observeMs = 1000;
 
     QTemporaryDir dir;
     Simulator simulator;
