@@ -275,16 +275,23 @@ void DrugInfoWidget::on_printButton_clicked()
     leafletDownloader.download(url, vid, QStringLiteral(".pdf"));
 }
 
-void DrugInfoWidget::onLeafletDownloader_fileReady()
+// The leaflet asked for has come or failed: the controls are ready for the
+// next one. False when no leaflet was waited for (another drug came since).
+bool DrugInfoWidget::endLeafletRequest()
 {
     if (!leafletRequested)
-        return;
+        return false;
     leafletRequested = false;
-
     emit statusCleared();
     ui->printButton->setEnabled(true);
     ui->leafletLabel->hide();
+    return true;
+}
 
+void DrugInfoWidget::onLeafletDownloader_fileReady()
+{
+    if (!endLeafletRequest())
+        return;
     auto* viewer = new ImageViewer(QStringLiteral("Ulotka"), &leafletDownloader, 0.5f, 4.0f, nullptr);
     viewer->setFreedOnClose();
     viewer->showFirstPage();
@@ -293,13 +300,8 @@ void DrugInfoWidget::onLeafletDownloader_fileReady()
 
 void DrugInfoWidget::onLeafletDownloader_error()
 {
-    if (!leafletRequested)
-        return;
-    leafletRequested = false;
     // A leaflet that didn't come leaves the button ready for another try.
-    emit statusCleared();
-    ui->printButton->setEnabled(true);
-    ui->leafletLabel->hide();
+    endLeafletRequest();
 }
 
 void DrugInfoWidget::showFirstGif()

@@ -61,6 +61,7 @@ private slots:
 private:
     void showPicture(const QPixmap& picture);
     void showPlaceholder();
+    bool endLeafletRequest();
 
     QtHttpGet imageSender;
     QtHttpGet imageGetter;
