@@ -24,6 +24,7 @@ import sys
 
 FLOORS = [
     ("helpers", ["appdir.*", "urls.h", "settingskeys.h", "loghandler.*", "versionnumber.*", "screenlayout.*",
+                 "sharppixmap.*",
                  "buildconfig.h*"]),
     ("db", ["db/*"]),
     ("utils", ["utils/*"]),

@@ -3,8 +3,9 @@
 
 #include "bubbleboxlistitem.h"
 #include "db/drugdatabase.h"
-#include "screenlayout.h"
 #include "drugs/drugviewmodel.h"
+#include "screenlayout.h"
+#include "sharppixmap.h"
 #include "utils/shortcutsdispatcher.h"
 #include "utils/statisticssender.h"
 
@@ -23,6 +24,8 @@ BubbleBox::BubbleBox(QWidget* parent)
     , ui(new Ui::BubbleBox)
 {
     ui->setupUi(this);
+    // The form's picture at the size for this screen's scale.
+    ui->label->setPixmap(sharpPixmap(QStringLiteral(":/icons/notification_icon")));
     setWindowFlags(Qt::Window | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint);
     // The pharmacist goes on typing in whatever program has the focus.
     setAttribute(Qt::WA_ShowWithoutActivating);

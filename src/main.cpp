@@ -1,6 +1,7 @@
 #include "appdir.h"
 #include "loghandler.h"
 #include "mainwindow.h"
+#include "sharppixmap.h"
 #include "urls.h"
 #include "utils/appkey.h"
 #include "utils/raven.h"
@@ -75,6 +76,8 @@ Listening listenForLaterStarts(QLocalServer& server)
 int main(int argc, char* argv[])
 {
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling, true);
+    // Icons take their pictures drawn at twice the size on scaled screens.
+    QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps, true);
     QApplication app(argc, argv);
 
     LogHandler::setStream(LogHandler::openLogStream());
@@ -96,7 +99,7 @@ int main(int argc, char* argv[])
 
     Raven::setUpForProgram(sentryDsn);
 
-    QPixmap splashImage(QStringLiteral(":/icons/splash"));
+    QPixmap splashImage = sharpPixmap(QStringLiteral(":/icons/splash"));
     QSplashScreen splash(splashImage);
     splash.show();
 

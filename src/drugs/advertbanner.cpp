@@ -2,6 +2,7 @@
 
 #include "db/drugdatabase.h"
 #include "drugs/drugviewmodel.h"
+#include "sharppixmap.h"
 
 #include <QDebug>
 #include <QDesktopServices>
@@ -18,7 +19,7 @@ void show(QWidget* page, QLabel* label, AdvertType advertType)
     label->clear();
     if (advertType == NoAdvert) {
         // The fixed banner keeps the last banner's targets; the arrow cursor makes it inert.
-        label->setPixmap(QPixmap(QStringLiteral(":/icons/banner_corvane")));
+        label->setPixmap(sharpPixmap(QStringLiteral(":/icons/banner_corvane")));
         label->setCursor(Qt::ArrowCursor);
         return;
     }

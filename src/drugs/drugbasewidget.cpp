@@ -12,6 +12,7 @@
 #include "drugs/giflistitem.h"
 #include "drugs/searchlistitem.h"
 #include "drugs/searchlookup.h"
+#include "sharppixmap.h"
 #include "urls.h"
 #include "utils/advertprovider.h"
 #include "utils/imageviewer.h"
@@ -67,6 +68,8 @@ DrugBaseWidget::DrugBaseWidget(QWidget* parent)
     , ui(new Ui::DrugBaseWidget)
 {
     ui->setupUi(this);
+    // The form's picture at the size for this screen's scale.
+    ui->advert->setPixmap(sharpPixmap(QStringLiteral(":/icons/banner_corvane")));
     setPanesVisible(false);
     // The sections' style is parsed once here, not again for each section of each drug.
     const QString sectionsStyle = CollapsibleSection::containerStyleSheet() + DescrTab::containerStyleSheet();

@@ -6,6 +6,7 @@
 #include "drugs/drugsubstituteviewmodel.h"
 #include "drugs/drugviewmodel.h"
 #include "drugs/priceitem.h"
+#include "sharppixmap.h"
 #include "urls.h"
 #include "utils/appkey.h"
 #include "utils/imageviewer.h"
@@ -185,7 +186,7 @@ void DrugInfoWidget::showPicture(const QPixmap& picture)
 
 void DrugInfoWidget::showPlaceholder()
 {
-    showPicture(QPixmap(placeholderPicture));
+    showPicture(sharpPixmap(placeholderPicture));
     ui->pushButton->show();
     update();
 }

@@ -2,6 +2,7 @@
 #include "ui_gifbubble.h"
 
 #include "screenlayout.h"
+#include "sharppixmap.h"
 #include "urls.h"
 #include "utils/statisticssender.h"
 
@@ -56,6 +57,8 @@ GifBubble::GifBubble(QWidget* parent)
     , ui(new Ui::GifBubble)
 {
     ui->setupUi(this);
+    // The form's picture at the size for this screen's scale.
+    ui->label->setPixmap(sharpPixmap(QStringLiteral(":/icons/notification_icon")));
     setWindowFlags(Qt::Window | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint);
     setAttribute(Qt::WA_ShowWithoutActivating);
     setAttribute(Qt::WA_TranslucentBackground);

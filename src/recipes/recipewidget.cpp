@@ -6,6 +6,7 @@
 #include "recipes/drugrecipeitem.h"
 #include "recipes/recipedrugitem.h"
 #include "recipes/recipegroupitem.h"
+#include "sharppixmap.h"
 #include "utils/statisticssender.h"
 
 #include <QBoxLayout>
@@ -55,6 +56,8 @@ RecipeWidget::RecipeWidget(QWidget* parent)
     , ui(new Ui::RecipeWidget)
 {
     ui->setupUi(this);
+    // The form's picture at the size for this screen's scale.
+    ui->advert->setPixmap(sharpPixmap(QStringLiteral(":/icons/banner_corvane")));
     ui->advert->installEventFilter(this);
     ui->recipeDrugs->viewport()->installEventFilter(this);
     connect(AdvertProvider::instance(), &AdvertProvider::newAdd, this, &RecipeWidget::changeAd);

@@ -1,6 +1,8 @@
 #include "contact.h"
 #include "ui_contact.h"
 
+#include "sharppixmap.h"
+
 namespace {
 Contact* contactWindow = nullptr;
 } // namespace
@@ -10,6 +12,8 @@ Contact::Contact(QWidget* parent)
     , ui(new Ui::Contact)
 {
     ui->setupUi(this);
+    // The form's picture at the size for this screen's scale.
+    ui->label->setPixmap(sharpPixmap(QStringLiteral(":/icons/contact")));
 }
 
 Contact::~Contact()

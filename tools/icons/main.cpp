@@ -2,6 +2,7 @@
 // The output is committed in src/resources/icons; run the target
 // regenerate-icons after changing a drawing.
 
+#include "painting.h"
 #include "pictures.h"
 #include "warningpictograms.h"
 
@@ -65,14 +66,21 @@ int main(int argc, char* argv[])
         return 1;
     }
 
-    for (const Picture& picture : allPictures()) {
-        const QString path = outputDir.filePath(picture.fileName);
-        QImageWriter writer(path, "png");
-        // For PNG the lowest quality is the strongest lossless compression: small committed files.
-        writer.setQuality(0);
-        if (!writer.write(picture.draw().convertToFormat(QImage::Format_ARGB32))) {
-            err << "Cannot write " << path << ": " << writer.errorString() << '\n';
-            return 1;
+    // "name@2x.png" beside "name.png": Qt takes it on screens scaled above 100 %.
+    for (const int scale : {1, 2}) {
+        Painting::setScale(scale);
+        for (const Picture& picture : allPictures()) {
+            QString fileName = picture.fileName;
+            if (scale > 1)
+                fileName.insert(fileName.lastIndexOf(QLatin1Char('.')), QStringLiteral("@%1x").arg(scale));
+            const QString path = outputDir.filePath(fileName);
+            QImageWriter writer(path, "png");
+            // For PNG the lowest quality is the strongest lossless compression: small committed files.
+            writer.setQuality(0);
+            if (!writer.write(picture.draw().convertToFormat(QImage::Format_ARGB32))) {
+                err << "Cannot write " << path << ": " << writer.errorString() << '\n';
+                return 1;
+            }
         }
     }
     return 0;

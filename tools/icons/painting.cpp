@@ -9,9 +9,18 @@
 
 namespace Painting {
 
+namespace {
+int scaleFactor = 1;
+} // namespace
+
+void setScale(int factor)
+{
+    scaleFactor = factor;
+}
+
 QImage canvas(int width, int height)
 {
-    QImage image(width, height, QImage::Format_ARGB32_Premultiplied);
+    QImage image(width * scaleFactor, height * scaleFactor, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
     return image;
 }

@@ -19,8 +19,11 @@ inline QColor paleBlue() { return QColor(0xf4, 0xf8, 0xfb); }
 inline QColor navy() { return QColor(0x22, 0x3e, 0x59); }
 inline QColor grey() { return QColor(0x9a, 0xa7, 0xb4); }
 
-// A transparent ARGB image of the given size.
+// A transparent ARGB image of the given size, times the scale: the same
+// drawing is saved once for ordinary screens and once at twice the size for
+// screens scaled above 100 %.
 QImage canvas(int width, int height);
+void setScale(int factor);
 
 // Antialiased painting with a coordinate system of designWidth units across the
 // image, so that a picture is drawn once and saved at any size.
