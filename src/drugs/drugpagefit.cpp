@@ -37,7 +37,8 @@ DrugPageFit::DrugPageFit(QSplitter* splitter, QTabWidget* tabs, QWidget* info, Q
     connect(splitter, &QSplitter::splitterMoved, this, &DrugPageFit::keepDraggedColumn);
     splitter->installEventFilter(this);
     tabs->installEventFilter(this);
-    tabs->tabBar()->installEventFilter(this);
+    tabBar = tabs->tabBar();
+    tabBar->installEventFilter(this);
     info->installEventFilter(this);
 }
 
@@ -51,7 +52,7 @@ bool DrugPageFit::eventFilter(QObject* watched, QEvent* event)
         else if (watched == info)
             stackPrices();
     } else if ((watched == tabs && event->type() == QEvent::LayoutRequest)
-               || (watched == tabs->tabBar() && event->type() == QEvent::Paint)) {
+               || (watched == tabBar && event->type() == QEvent::Paint)) {
         // A tab came or went, or its text changed. A hidden bar takes such a
         // change without asking for a layout, so the next paint looks too.
         fitTabs();

@@ -4,6 +4,7 @@
 #include <QString>
 
 class QSplitter;
+class QTabBar;
 class QTabWidget;
 class QWidget;
 
@@ -28,6 +29,9 @@ private:
 
     QSplitter* splitter = nullptr;
     QTabWidget* tabs = nullptr;
+    // Kept apart: the filter sees events of the tab widget while it is being
+    // destroyed, when asking it for its bar is no longer allowed.
+    QTabBar* tabBar = nullptr;
     QWidget* info = nullptr;
     // The left column's width that the user dragged to, 0 for the window's rule.
     int draggedColumn = 0;
