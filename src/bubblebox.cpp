@@ -10,12 +10,16 @@
 #include "utils/statisticssender.h"
 
 #include <QDebug>
+#include <QFontMetrics>
 #include <QGuiApplication>
 #include <QListWidgetItem>
 #include <QScreen>
 #include <QTimer>
 
 namespace {
+// The drug's name in the header: 24 px type where it fits, never below 14 px.
+constexpr int largestNameSize = 24;
+constexpr int smallestNameSize = 14;
 constexpr int lifetimeMs = 10000;
 } // namespace
 
@@ -103,7 +107,24 @@ void BubbleBox::display()
     ui->frame->setAttribute(Qt::WA_DontShowOnScreen, true);
     ui->frame->show();
     ui->frame->setAttribute(Qt::WA_DontShowOnScreen, false);
+    fitDrugName();
     show();
+}
+
+// A long name takes smaller type, down to the size of the rows, rather than
+// losing its end at the box's edge.
+void BubbleBox::fitDrugName()
+{
+    QLabel* name = ui->drug_name;
+    const int room = name->contentsRect().width();
+    int size = largestNameSize;
+    QFont font(QStringLiteral("Segoe UI"));
+    for (; size > smallestNameSize; --size) {
+        font.setPixelSize(size);
+        if (QFontMetrics(font).horizontalAdvance(name->text()) <= room)
+            break;
+    }
+    name->setStyleSheet(QStringLiteral("font: %1px \"Segoe UI\";\ncolor: #223e59;\nbackground: transparent;").arg(size));
 }
 
 bool BubbleBox::placeOnScreen()

@@ -44,6 +44,7 @@ private:
     // Moves the box to the top right corner of the primary screen's available area; false when
     // the system has no screen.
     bool placeOnScreen();
+    void fitDrugName();
 
     Ui::BubbleBox* ui = nullptr;
     QTimer* timer = nullptr;

@@ -117,6 +117,10 @@ private slots:
             QVERIFY(list->verticalScrollBar()->maximum() > 0);
             QVERIFY(list->verticalScrollBarPolicy() != Qt::ScrollBarAlwaysOff);
         }
+        // The drug's name in the box's header is read whole.
+        auto* name = box->findChild<QLabel*>(QStringLiteral("drug_name"));
+        QVERIFY2(name->fontMetrics().horizontalAdvance(name->text()) <= name->contentsRect().width(),
+                 qPrintable(name->text()));
     }
 
     void cleanupTestCase()
