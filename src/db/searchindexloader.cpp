@@ -104,6 +104,8 @@ void drop()
     State* s = state();
     if (s->cancelled)
         s->cancelled->store(true);
+    // The build holds the base open on its own connection, and Windows renames
+    // no open file. Cancelled, it stops within 1,024 rows: a wait of moments.
     s->job.waitForFinished();
     QMutexLocker locker(&s->mutex);
     ++s->generation;

@@ -128,6 +128,7 @@ DatabaseUpdater::DatabaseUpdater(QObject* parent)
 DatabaseUpdater::~DatabaseUpdater()
 {
     // An unpacking cut short by the program's end leaves no half base behind.
+    // Only the quitting program waits here, never a window in use.
     if (unzipWatcher->isRunning()) {
         unzipWatcher->waitForFinished();
         QFile::remove(unpackedPath(databasePath));

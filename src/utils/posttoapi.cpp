@@ -32,6 +32,7 @@ void PostToAPI::post()
     }
 
     http.post(url, data);
+    // This runs on the record's own worker thread: its loop holds up nothing else.
     QEventLoop loop;
     connect(&http, &QtHttpGet::result, &loop, &QEventLoop::quit);
     loop.exec();

@@ -51,6 +51,8 @@ Raven::Raven()
 
 Raven::~Raven()
 {
+    // The client goes only with the ending program: the last reports get their
+    // two seconds when no window is served any more.
     waitForIdle();
     QMutexLocker locker(&singletonMutex);
     singleton = nullptr;
