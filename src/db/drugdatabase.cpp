@@ -732,10 +732,11 @@ void createStatisticsTable()
     PreparedStatement statement(statisticsDatabaseName, createStatisticsSql);
 }
 
-void storeStatistics(const QString& url, const QString& data)
+bool storeStatistics(const QString& url, const QString& data)
 {
     qDebug() << "storeStatistics";
     PreparedStatement statement(statisticsDatabaseName, storeStatisticsSql, {textValue(url), textValue(data)});
+    return statement.changedRows() == 1;
 }
 
 QPair<QString, QByteArray> takeOverdueRecord()

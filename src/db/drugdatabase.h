@@ -53,7 +53,8 @@ QList<RecipeSubstance> substancesOfRecipe(int recipeId);
 
 // The statistics store: records that couldn't be delivered wait here.
 void createStatisticsTable();
-void storeStatistics(const QString& url, const QString& data);
+// False when the record could not be written (a full disk, a read-only file).
+bool storeStatistics(const QString& url, const QString& data);
 // Takes the first queued record (url, JSON text) out of the store.
 QPair<QString, QByteArray> takeOverdueRecord();
 bool isStatisticsEmpty();

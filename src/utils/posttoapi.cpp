@@ -25,7 +25,7 @@ void PostToAPI::post()
     connect(&http, &QtHttpGet::result, this, &PostToAPI::onStatsSendResult);
 
     if (!Connectivity::internetConnection()) {
-        DrugDatabase::storeStatistics(url, QString::fromUtf8(data));
+        store();
         qDebug().noquote() << "Data" << QString::fromUtf8(data);
         finish();
         return;
@@ -46,7 +46,7 @@ void PostToAPI::onStatsSendResult(QNetworkReply* reply)
 {
     answered = true;
     if (reply->error() != QNetworkReply::NoError) {
-        DrugDatabase::storeStatistics(url, QString::fromUtf8(data));
+        store();
         qWarning() << "Result not ok";
         qWarning().noquote() << "Data" << QString::fromUtf8(data);
         finish();
@@ -59,11 +59,17 @@ void PostToAPI::onStatsSendResult(QNetworkReply* reply)
     if (envelope.success) {
         emit postingSucceed();
     } else {
-        DrugDatabase::storeStatistics(url, QString::fromUtf8(data));
+        store();
         qDebug().noquote() << "Result" << envelope.message;
         qDebug().noquote() << "Data" << QString::fromUtf8(data);
     }
     finish();
+}
+
+void PostToAPI::store()
+{
+    if (!DrugDatabase::storeStatistics(url, QString::fromUtf8(data)))
+        emit notStored(url, record);
 }
 
 void PostToAPI::finish()

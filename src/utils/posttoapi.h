@@ -8,7 +8,8 @@
 class QNetworkReply;
 
 // Posts one usage record from a worker thread of its own. A record that can't
-// be delivered, or that the service refuses, goes into the statistics store.
+// be delivered, or that the service refuses, goes into the statistics store, or
+// comes back through `notStored` when the store can't take it.
 // `finished` comes exactly once per record, whatever happened.
 class PostToAPI : public QObject {
     Q_OBJECT
@@ -19,6 +20,7 @@ public:
 
 signals:
     void postingSucceed();
+    void notStored(const QString& url, const QJsonObject& record);
     void finished();
 
 public slots:
@@ -26,6 +28,7 @@ public slots:
     void onStatsSendResult(QNetworkReply* reply);
 
 private:
+    void store();
     void finish();
 
     QString url;

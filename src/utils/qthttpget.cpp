@@ -111,7 +111,16 @@ void QtHttpGet::onFinished()
     if (status == 200) {
         answered = true;
         emit result(reply);
+        return;
     }
+    // Any other status that Qt doesn't count as an error (a 301, a 204, a 303)
+    // is no answer the owner can use: it is told as a failure instead of
+    // waiting for ever, a statistics worker with it.
+    const QUrl url = reply->url();
+    dropReply();
+    take(new FailedReply(url, QNetworkReply::ProtocolUnknownError,
+                         QStringLiteral("Unexpected status %1").arg(status), manager));
+    onError(QNetworkReply::ProtocolUnknownError);
 }
 
 void QtHttpGet::sendGet(const QString& url)
@@ -127,6 +136,12 @@ void QtHttpGet::take(QNetworkReply* newReply)
     answered = false;
     connect(reply, &QNetworkReply::finished, this, &QtHttpGet::onFinished);
     connect(reply, &QNetworkReply::errorOccurred, this, &QtHttpGet::onError);
+    // An oversized body ends as a failed reply (OperationCanceledError) instead of filling the memory.
+    QNetworkReply* current = reply;
+    connect(reply, &QNetworkReply::downloadProgress, this, [current](qint64 received, qint64 total) {
+        if (received > NetworkLimits::maxBodySize || total > NetworkLimits::maxBodySize)
+            current->abort();
+    });
 }
 
 void QtHttpGet::dropReply()

@@ -9,7 +9,8 @@ class QNetworkAccessManager;
 
 // One GET or POST at a time to the program's services. A 302 is followed by
 // hand as a GET; network failures go to the error client. The owner gets one
-// `result` per request: for status 200 and for every failed reply.
+// `result` per request: for status 200 and for every failed reply, which any
+// other status (a 301 too) is.
 //
 // The reply handed through `result` belongs to this object and stays valid until
 // the next get/post or the object's end. Use the object from the thread that made it.

@@ -65,7 +65,7 @@ StatisticsSender::StatisticsSender()
 void StatisticsSender::post(const QString& url, const QJsonObject& record)
 {
     if (quitting) {
-        DrugDatabase::storeStatistics(url, QString::fromUtf8(QJsonDocument(record).toJson(QJsonDocument::Compact)));
+        store(url, record);
         return;
     }
     if (workers.size() >= maxWorkers) {
@@ -84,6 +84,8 @@ void StatisticsSender::startWorker(const QString& url, const QJsonObject& record
     connect(thread, &QThread::started, worker, &PostToAPI::post);
     connect(worker, &PostToAPI::postingSucceed, this, &StatisticsSender::emitPostingSucceed);
     connect(worker, &PostToAPI::postingSucceed, this, &StatisticsSender::postOverdueStats);
+    connect(worker, &PostToAPI::notStored, this,
+            [this](const QString& url, const QJsonObject& record) { unstored.enqueue(qMakePair(url, record)); });
     connect(worker, &PostToAPI::finished, thread, &QThread::quit);
     connect(worker, &PostToAPI::finished, worker, &QObject::deleteLater);
     // The thread object lives here, so its end is handled in this thread.
@@ -117,8 +119,7 @@ void StatisticsSender::endWorkers()
     timer->stop();
     while (!waiting.isEmpty()) {
         const QPair<QString, QJsonObject> next = waiting.dequeue();
-        DrugDatabase::storeStatistics(next.first,
-                                      QString::fromUtf8(QJsonDocument(next.second).toJson(QJsonDocument::Compact)));
+        store(next.first, next.second);
     }
     for (QThread* thread : qAsConst(workers))
         thread->quit();
@@ -129,6 +130,25 @@ void StatisticsSender::endWorkers()
     workers.clear();
 }
 
+void StatisticsSender::store(const QString& url, const QJsonObject& record)
+{
+    if (!DrugDatabase::storeStatistics(url, QString::fromUtf8(QJsonDocument(record).toJson(QJsonDocument::Compact))))
+        unstored.enqueue(qMakePair(url, record));
+}
+
+// On a full disk or a read-only store the records wait in memory, in order,
+// and go into the store at the first tick that finds room again.
+void StatisticsSender::storeUnstored()
+{
+    while (!unstored.isEmpty()) {
+        const QPair<QString, QJsonObject>& next = unstored.head();
+        if (!DrugDatabase::storeStatistics(next.first,
+                                           QString::fromUtf8(QJsonDocument(next.second).toJson(QJsonDocument::Compact))))
+            return;
+        unstored.dequeue();
+    }
+}
+
 void StatisticsSender::emitPostingSucceed()
 {
     emit postingSucceed();
@@ -137,6 +157,7 @@ void StatisticsSender::emitPostingSucceed()
 void StatisticsSender::postOverdueStats()
 {
     qDebug() << "Sending overdue stats";
+    storeUnstored();
     if (DrugDatabase::isStatisticsEmpty())
         return;
     const QPair<QString, QByteArray> overdue = DrugDatabase::takeOverdueRecord();

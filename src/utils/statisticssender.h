@@ -34,6 +34,10 @@ public:
     static void sendSubstituteView(const QString& source, const QString& vid);
     static void sendSubstituteClick(const QString& targetVid, const QString& vid);
 
+    // Records the store could not take (a full disk, a read-only file), kept
+    // in memory until it can.
+    int recordsInMemory() const { return int(unstored.size()); }
+
 signals:
     void postingSucceed();
 
@@ -45,6 +49,8 @@ private:
     StatisticsSender();
 
     void startWorker(const QString& url, const QJsonObject& record);
+    void store(const QString& url, const QJsonObject& record);
+    void storeUnstored();
     void workerEnded(QThread* thread);
     // Stops the workers when the program quits; see the definition.
     void endWorkers();
@@ -52,5 +58,6 @@ private:
     QTimer* timer = nullptr;
     QSet<QThread*> workers;
     QQueue<QPair<QString, QJsonObject>> waiting;
+    QQueue<QPair<QString, QJsonObject>> unstored;
     bool quitting = false;
 };

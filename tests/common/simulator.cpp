@@ -158,11 +158,13 @@ QString Simulator::baseUrl() const
     return QStringLiteral("http://127.0.0.1:%1").arg(listeningPort);
 }
 
-bool Simulator::setFault(const QString& key, const QString& mode, const QString& target)
+bool Simulator::setFault(const QString& key, const QString& mode, const QString& target, double seconds)
 {
     QString request = QStringLiteral("/_sim/fault?key=") + encoded(key) + QStringLiteral("&mode=") + encoded(mode);
     if (!target.isEmpty())
         request += QStringLiteral("&target=") + encoded(target);
+    if (seconds > 0)
+        request += QStringLiteral("&seconds=") + QString::number(seconds, 'f', 3);
     return control(request).contains("\"ok\"");
 }
 

@@ -9,7 +9,8 @@
 //
 // Control requests of the simulator (plain GETs):
 //   /_sim/fault?key=<path or path?a=value>&mode=<mode>[&target=<path>]
-//       modes: none, 404, 500, 302, 301, 302loop, slow, truncated, noanswer, badjson
+//       modes: none, 404, 500, 302, 301, 302loop, slow, truncated, noanswer, badjson,
+//       reject, oversized
 //   /_sim/set?key=<name>&value=<text>  a value the endpoints answer with
 //   /_sim/reset                    faults off, records emptied
 //   /_sim/records?path=<path>      JSON array of {method, path, query, headers, body}
@@ -28,7 +29,8 @@ public:
     int port() const { return listeningPort; }
     QString baseUrl() const;
 
-    bool setFault(const QString& key, const QString& mode, const QString& target = QString());
+    // `seconds` (for "slow") spreads the body over that many seconds; 0 keeps the default.
+    bool setFault(const QString& key, const QString& mode, const QString& target = QString(), double seconds = 0);
     bool setValue(const QString& key, const QString& value);
     bool reset();
     QJsonArray records(const QString& path);

@@ -16,6 +16,12 @@
 #include <QStandardPaths>
 #include <QTest>
 
+#ifdef Q_OS_UNIX
+#include <sys/resource.h>
+
+#include <csignal>
+#endif
+
 namespace TestSupport {
 
 bool useDemoDatabase(const QString& dir)
@@ -112,6 +118,20 @@ bool buildDatabase(const QString& path, const QString& sql)
     }
     QSqlDatabase::removeDatabase(connectionName);
     return ok;
+}
+
+bool limitFileSize(qint64 bytes)
+{
+#ifdef Q_OS_UNIX
+    std::signal(SIGXFSZ, SIG_IGN);
+    rlimit limit {};
+    if (getrlimit(RLIMIT_FSIZE, &limit) != 0)
+        return false;
+    limit.rlim_cur = bytes < 0 ? limit.rlim_max : rlim_t(bytes);
+    return setrlimit(RLIMIT_FSIZE, &limit) == 0;
+#else
+    return bytes < 0;
+#endif
 }
 
 } // namespace TestSupport

@@ -32,4 +32,9 @@ std::unique_ptr<MainWindow> demoWindow(const QString& dir, Simulator& simulator)
 bool waitWhileProgressing(const std::function<bool()>& done, const std::function<qint64()>& progress,
                           int stallMs = 30000);
 
+// Limits the size of every file this process writes from now on, as a full
+// disk would: a write past `bytes` fails (EFBIG) instead of ending the process.
+// A negative `bytes` lifts the limit. Returns whether the limit holds.
+bool limitFileSize(qint64 bytes);
+
 } // namespace TestSupport

@@ -14,6 +14,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <unistd.h>
+
 // Usage records over real HTTP to the simulator, and their queue in a real
 // statistics.sqlite3 while the simulator is down or refuses them.
 class tst_StatisticsSender : public QObject {
@@ -73,6 +75,46 @@ private slots:
         QTRY_COMPARE(stored().size(), 0);
         // Qt's own pool threads of the host look-ups end after 30 s of rest.
         QVERIFY(TestSupport::waitWhileProgressing([&] { return threads() <= threadsBefore; }, threads, 45000));
+    }
+
+    void unwritableStoreKeepsRecordsInMemory_data()
+    {
+        QTest::addColumn<bool>("fullDisk");
+        QTest::newRow("full disk") << true;
+        QTest::newRow("read-only store") << false;
+    }
+
+    // Fault pinned: a record the store could not take was dropped.
+    void unwritableStoreKeepsRecordsInMemory()
+    {
+        QFETCH(bool, fullDisk);
+        if (!fullDisk && geteuid() == 0)
+            QSKIP("root writes to read-only files");
+        const QString store = dir.filePath("statistics.sqlite3");
+        setOnline(false);
+        if (fullDisk) {
+            QVERIFY(TestSupport::limitFileSize(0));
+        } else {
+            // The folder too, where SQLite writes its journal.
+            QVERIFY(QFile::setPermissions(store, QFile::ReadOwner));
+            QVERIFY(QFile::setPermissions(dir.path(), QFile::ReadOwner | QFile::ExeOwner));
+        }
+        for (int i = 0; i < 3; ++i)
+            StatisticsSender::sendSearch(QStringLiteral("unwritable %1").arg(i), " ", "drug_list");
+        StatisticsSender* sender = StatisticsSender::instance();
+        QTRY_COMPARE(sender->recordsInMemory(), 3);
+        sender->postOverdueStats(); // a tick while there is still no room
+        QCOMPARE(sender->recordsInMemory(), 3);
+
+        QVERIFY(TestSupport::limitFileSize(-1));
+        QVERIFY(QFile::setPermissions(dir.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+        QVERIFY(QFile::setPermissions(store, QFile::ReadOwner | QFile::WriteOwner));
+        sender->postOverdueStats(); // the first tick with room; offline, the record taken goes back
+        QTRY_COMPARE(stored().filter("unwritable").size(), 3);
+        QCOMPARE(sender->recordsInMemory(), 0);
+        for (int i = 0; i < 3; ++i)
+            DrugDatabase::takeOverdueRecord();
+        QCOMPARE(stored().size(), 0);
     }
 
     // Fault pinned: at quit, a worker waiting on a store that another program

@@ -40,7 +40,7 @@ DEFAULT_PORT = 18765
 DEFAULT_APP_VERSION = "1.6.5.0"
 DATABASE_NAME = "corvane_quillard_desktop.sqlite3"
 FAULT_MODES = ("none", "404", "500", "302", "301", "302loop", "slow", "truncated",
-               "noanswer", "badjson", "reject")
+               "noanswer", "badjson", "reject", "oversized")
 
 DESKTOP_POST_PATHS = (
     "/desktop/new_drug_image.php",
@@ -69,6 +69,11 @@ MAX_RECORDS = 10000
 # holds a connection.
 MAX_FAULT_SECONDS = 900
 DECIMAL = re.compile(r"[0-9]+(\.[0-9]*)?|\.[0-9]+")
+
+# "oversized" declares a body of this many bytes (1 TiB) and sends filler until
+# the client hangs up or OVERSIZED_SENT_LIMIT bytes are out.
+OVERSIZED_DECLARED = 1 << 40
+OVERSIZED_SENT_LIMIT = 256 << 20
 
 # Group ids of package pictures: ASCII digits only (str.isdigit() and int()
 # also take other scripts' digits), and short enough for a 64-bit integer.
@@ -563,6 +568,9 @@ class Handler(http.server.BaseHTTPRequestHandler):
         if mode == "badjson":
             self.send(Reply(200, b"{not json", "application/json; charset=utf-8"))
             return
+        if mode == "oversized":
+            self.send_oversized()
+            return
         if mode == "reject":
             self.send(envelope("error", fault["message"] or "Serwer odrzucił dane (symulator)"))
             return
@@ -628,6 +636,26 @@ class Handler(http.server.BaseHTTPRequestHandler):
                 self.wfile.write(body)
         except OSError:
             self.close_connection = True
+
+    def send_oversized(self):
+        """200 with a body that says it is 1 TiB long: zeros until the client
+        gives up (or OVERSIZED_SENT_LIMIT bytes), then the connection closes."""
+        self.close_connection = True
+        self.send_response(200)
+        self.send_header("Content-Type", "application/octet-stream")
+        self.send_header("Content-Length", str(OVERSIZED_DECLARED))
+        self.send_header("Connection", "close")
+        self.end_headers()
+        if self.command == "HEAD":
+            return
+        piece = bytes(65536)
+        sent = 0
+        try:
+            while sent < OVERSIZED_SENT_LIMIT and not self.state.stopping.is_set():
+                self.wfile.write(piece)
+                sent += len(piece)
+        except OSError:
+            pass
 
     def hold_without_answer(self):
         """Keeps the connection open without a word until the client gives up."""

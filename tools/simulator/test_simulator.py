@@ -393,6 +393,17 @@ class SimulatorTest(unittest.TestCase):
         self.assertEqual((status, body), (200, b"1.6.5.0"))
         self.assertGreaterEqual(time.monotonic() - started, 0.8)
 
+    def test_oversized(self):
+        self.fault("/files/check.php?a=get", "oversized")
+        connection = http.client.HTTPConnection("127.0.0.1", self.port, timeout=10)
+        connection.request("GET", "/files/check.php?a=get")
+        reply = connection.getresponse()
+        self.assertEqual((reply.status, reply.getheader("Content-Length")), (200, str(1 << 40)))
+        self.assertEqual(reply.read(1 << 20), bytes(1 << 20))
+        connection.close()
+        # The server goes on serving after the client has hung up.
+        self.assertEqual(self.request("/desktop/app_version.php?a=version")[2], b"1.6.5.0")
+
     def test_truncated(self):
         self.fault("/leaflets/*", "truncated")
         connection = http.client.HTTPConnection("127.0.0.1", self.port, timeout=10)
