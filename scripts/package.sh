@@ -14,12 +14,13 @@ cd "$(dirname "$0")/.."
 build=${1:-build-deb}
 scripts/install-deps.sh
 
-# CMake reads the flags from the environment at the first configure.
-export CFLAGS CXXFLAGS CPPFLAGS LDFLAGS
-CXXFLAGS="$(dpkg-buildflags --get CXXFLAGS) $(dpkg-buildflags --get CPPFLAGS)"
-LDFLAGS=$(dpkg-buildflags --get LDFLAGS)
+# Every hardening feature Debian has, bindnow included.
+export DEB_BUILD_MAINT_OPTIONS=hardening=+all
+cxxflags="$(dpkg-buildflags --get CXXFLAGS) $(dpkg-buildflags --get CPPFLAGS)"
+ldflags=$(dpkg-buildflags --get LDFLAGS)
 cmake -S . -B "$build" -DCMAKE_BUILD_TYPE=Release -DQUILLARD_SELF_UPDATE=OFF \
-    -DQUILLARD_BUILD_TESTS=OFF -DQUILLARD_BUILD_BENCHMARKS=OFF
+    -DQUILLARD_BUILD_TESTS=OFF -DQUILLARD_BUILD_BENCHMARKS=OFF \
+    -DCMAKE_CXX_FLAGS="$cxxflags" -DCMAKE_EXE_LINKER_FLAGS="$ldflags"
 # The install step doesn't build (CMAKE_SKIP_INSTALL_ALL_DEPENDENCY), so the build comes first.
 cmake --build "$build" -j"$(nproc)"
 (cd "$build" && cpack -G DEB)
