@@ -5,10 +5,11 @@ set -euo pipefail
 
 packages=(
     build-essential cmake pkg-config g++-mingw-w64-x86-64-posix
-    qtbase5-dev qtbase5-dev-tools libqt5sql5-sqlite
+    qtbase5-dev qtbase5-dev-tools libqt5sql5-sqlite libqt5svg5-dev
     libzip-dev libsqlite3-dev libx11-dev libxtst-dev libxkbcommon-dev
     python3 poppler-utils
     xvfb xauth xdotool fonts-dejavu-core
+    dpkg-dev fakeroot file lintian desktop-file-utils appstream
 )
 # scripts/fuzz.sh alone needs Clang and its libFuzzer and sanitizer runtimes.
 if [ "${QUILLARD_FUZZ_DEPS:-0}" = 1 ]; then

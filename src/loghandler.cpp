@@ -1,6 +1,9 @@
 #include "loghandler.h"
 
+#include "appdir.h"
+
 #include <QDateTime>
+#include <QFile>
 #include <QMutex>
 #include <QMutexLocker>
 #include <QString>
@@ -49,10 +52,11 @@ FILE* openLogStream()
 {
     if (!qgetenv("QTDIR").isEmpty())
         return stderr;
+    const QString path = AppDir::logPath();
 #ifdef Q_OS_WIN
-    return _wfopen(L"log.log", L"a");
+    return _wfopen(reinterpret_cast<const wchar_t*>(path.utf16()), L"a");
 #else
-    return std::fopen("log.log", "a");
+    return std::fopen(QFile::encodeName(path).constData(), "a");
 #endif
 }
 

@@ -10,12 +10,13 @@ class QMessageLogContext;
 class QString;
 
 // The process-wide message handler: every qDebug()/qInfo() line of the program
-// goes through it into one append-only file, "log.log" in the current
-// directory, or to standard error when QTDIR is set.
+// goes through it into one append-only file, "log.log" where AppDir says
+// (the current directory of a portable program), or to standard error when
+// QTDIR is set.
 namespace LogHandler {
 
 // Opens the log as the start-up does it: standard error when "QTDIR" is set,
-// else "log.log" in the current directory for appending. Returns the stream,
+// else AppDir::logPath() for appending. Returns the stream,
 // or null when the file can't be opened (lines are then lost silently).
 FILE* openLogStream();
 

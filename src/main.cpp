@@ -18,11 +18,9 @@
 
 namespace {
 
-const QString instanceKey = QStringLiteral("CorvaneQuillardKey");
-
 void setUpTempDirAndLogPattern()
 {
-    const QString tempPath = programDir() + QStringLiteral("/temp/");
+    const QString tempPath = AppDir::tempDir();
     if (!QDir(tempPath).exists())
         QDir().mkpath(tempPath);
     qSetMessagePattern(
@@ -45,7 +43,7 @@ void raiseMainWindow(MainWindow* window)
 bool instanceAnswers()
 {
     QLocalSocket socket;
-    socket.connectToServer(instanceKey, QIODevice::ReadWrite);
+    socket.connectToServer(AppDir::instanceKey(), QIODevice::ReadWrite);
     // An instance whose queue is full lets a connection wait instead of refusing it.
     return socket.isOpen() || socket.waitForConnected(1000);
 }
@@ -60,12 +58,12 @@ Listening listenForLaterStarts(QLocalServer& server)
 {
     if (instanceAnswers())
         return Listening::AnotherInstance;
-    if (server.listen(instanceKey))
+    if (server.listen(AppDir::instanceKey()))
         return Listening::Listening;
     if (instanceAnswers())
         return Listening::AnotherInstance;
-    QLocalServer::removeServer(instanceKey);
-    if (server.listen(instanceKey))
+    QLocalServer::removeServer(AppDir::instanceKey());
+    if (server.listen(AppDir::instanceKey()))
         return Listening::Listening;
     qDebug() << "D/main | can't listen on the instance key:" << server.errorString();
     return Listening::Failed;
@@ -80,6 +78,9 @@ int main(int argc, char* argv[])
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps, true);
     QApplication app(argc, argv);
 
+    // Where the base, the log and the rest live is settled before the first
+    // line is written: an installed program writes only in the user's data folder.
+    AppDir::choose();
     LogHandler::setStream(LogHandler::openLogStream());
     qInstallMessageHandler(LogHandler::messageHandler);
     qInfo() << "*** App start ***";
@@ -106,6 +107,7 @@ int main(int argc, char* argv[])
     if (instanceAnswers())
         return 0;
 
+    AppDir::provideStarterDatabase();
     MainWindow window(nullptr);
 
     QLocalServer server;

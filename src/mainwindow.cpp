@@ -152,7 +152,7 @@ void MainWindow::Init()
     qDebug() << "D/MainWindow::Init";
     showPersonalDataNotice();
     ui->centralWidget->setEnabled(true);
-    if (QFileInfo(programDir() + QStringLiteral("/") + DrugDatabase::drugDatabaseName).size() < smallestDatabase) {
+    if (QFileInfo(AppDir::databasePath()).size() < smallestDatabase) {
         qDebug() << "D/MainWindow::Init | No DB";
         ui->centralWidget->setEnabled(false);
     }
@@ -253,6 +253,19 @@ void MainWindow::onProgramUpdateError()
 void MainWindow::onProgramOldVersion(const QString& current, const QString& online)
 {
     qDebug() << "Update" << current << " ->" << online;
+    if (!ProgramUpdater::isSelfUpdating()) {
+        // A package install is the package manager's to update; the program only tells.
+        ask(new QMessageBox(QMessageBox::Information, QStringLiteral("Corvane Quillard"),
+                            QStringLiteral("Dostępna nowa wersja programu! Aktualnie używasz wydania ")
+                                + current.simplified() + QStringLiteral(", dostępne jest ") + online.simplified()
+                                + QStringLiteral(". Zaktualizuj pakiet quillard menedżerem pakietów systemu."),
+                            QMessageBox::Ok, this),
+            [this](QAbstractButton*) {
+                programChecked = true;
+                Init();
+            });
+        return;
+    }
     auto* question = new QMessageBox(this);
     question->setText(QStringLiteral("Dostępna nowa wersja programu!"));
     question->setInformativeText(QStringLiteral("Aktualnie używasz wydania ") + current.simplified()
@@ -314,7 +327,7 @@ void MainWindow::downloadDatabase()
 
 void MainWindow::dbDownloadFinnished()
 {
-    const QString path = programDir() + QStringLiteral("/") + DrugDatabase::drugDatabaseName;
+    const QString path = AppDir::databasePath();
     DrugDatabase::closeDatabase();
     showStatusMessage(QStringLiteral("Zapisywanie aktualizacji bazy danych..."), messageTime);
     databaseUpdater.replaceDatabase(path);
@@ -620,6 +633,6 @@ void MainWindow::on_actionUsu_pliki_tymczasowe_triggered()
     question.exec();
     if (question.clickedButton() != yes)
         return;
-    removeFilesIn(programDir() + QStringLiteral("/temp/"));
-    removeFilesIn(programDir() + QStringLiteral("/cache/"));
+    removeFilesIn(AppDir::tempDir());
+    removeFilesIn(AppDir::cacheDir());
 }

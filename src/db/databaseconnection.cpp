@@ -108,7 +108,7 @@ bool DatabaseConnection::tryOpen()
         QSqlDatabase::removeDatabase(name);
 
     db = QSqlDatabase::addDatabase(driverName, name);
-    const QString path = programDir() + QStringLiteral("/") + file;
+    const QString path = AppDir::dataFile(file);
     db.setDatabaseName(path);
     if (!db.isValid())
         return false;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "appdir.h"
 #include "drug.h"
 #include "records.h"
 
@@ -10,12 +11,12 @@
 #include <QStringList>
 
 // Every SQL statement of the program. The operations are free-standing over
-// shared named connections, one per file beside the program; a closed or broken
+// shared named connections, one per file of the program's data; a closed or broken
 // database gives empty values, never an error.
 namespace DrugDatabase {
 
-inline const QString drugDatabaseName = QStringLiteral("corvane_quillard_desktop.sqlite3");
-inline const QString statisticsDatabaseName = QStringLiteral("statistics.sqlite3");
+inline const QString drugDatabaseName = AppDir::drugDatabaseName;
+inline const QString statisticsDatabaseName = AppDir::statisticsDatabaseName;
 
 // The open connection of the named file, opened on first use and after a close.
 QSqlDatabase databaseHandle(const QString& name);

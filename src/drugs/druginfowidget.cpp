@@ -39,14 +39,9 @@ const QString uploadRefused = QStringLiteral("Nie udało się przesłać zdjęci
 // What the picture label shows inside its 9 pixel margin.
 constexpr QSize pictureArea(200, 151);
 
-QString cacheDir()
-{
-    return programDir() + QStringLiteral("/cache");
-}
-
 QString cachedPicturePath(const QString& gid)
 {
-    return cacheDir() + QLatin1Char('/') + gid + QStringLiteral(".png");
+    return AppDir::cacheDir() + gid + QStringLiteral(".png");
 }
 
 } // namespace
@@ -94,8 +89,8 @@ DrugInfoWidget::DrugInfoWidget(QWidget* parent)
     connect(&leafletDownloader, &PDFDownloader::error, this, &DrugInfoWidget::onLeafletDownloader_error);
     connect(&imageSender, &QtHttpGet::result, this, &DrugInfoWidget::onImageSendResult);
 
-    if (!QDir(cacheDir()).exists())
-        QDir().mkdir(cacheDir());
+    if (!QDir(AppDir::cacheDir()).exists())
+        QDir().mkpath(AppDir::cacheDir());
 }
 
 DrugInfoWidget::~DrugInfoWidget()
@@ -129,7 +124,7 @@ void DrugInfoWidget::onDrugViewModelSelectedDrugChanged(int)
     ui->Box->setText(drug->box);
 
     ui->DrugImage->clear();
-    const QStringList cached = QDir(cacheDir()).entryList({ QStringLiteral("*.png") }, QDir::Files);
+    const QStringList cached = QDir(AppDir::cacheDir()).entryList({ QStringLiteral("*.png") }, QDir::Files);
     QPixmap picture;
     if (cached.contains(drug->gid + QStringLiteral(".png")))
         picture.load(cachedPicturePath(drug->gid));
@@ -206,7 +201,7 @@ void DrugInfoWidget::onDrugImageResult(QNetworkReply* reply)
             showPlaceholder();
         return;
     }
-    QDir().mkpath(cacheDir());
+    QDir().mkpath(AppDir::cacheDir());
     picture.save(cachedPicturePath(gid), "PNG");
     if (current) {
         showPicture(picture);

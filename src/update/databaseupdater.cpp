@@ -24,7 +24,6 @@
 namespace {
 
 const char* const sourcePath = "../QuillardDesktop/db/databaseupdater";
-const QString archiveFileName = QStringLiteral("temp.zip");
 const QString dateFormat = QStringLiteral("yyyy-MM-dd");
 const QTime checkTime(3, 0);
 
@@ -32,13 +31,6 @@ void report(const char* function, int line, const QString& message)
 {
     Raven::capture(3, Raven::locationString(sourcePath, function, line), message, QJsonObject(),
                    QJsonObject());
-}
-
-// The archive goes beside the program rather than into whatever folder the
-// program was started from, so that an update writes nowhere else.
-QString archivePath()
-{
-    return programDir() + QStringLiteral("/") + archiveFileName;
 }
 
 // The new base is unpacked beside the old one, so that the rename stays on one disk.
@@ -181,7 +173,7 @@ void DatabaseUpdater::replaceDatabase(const QString& path)
     databasePath = path;
     // Writing the archive, unpacking and checking the new base all happen off
     // the GUI thread: a base of 100 MB would freeze the window for seconds.
-    unzipWatcher->setFuture(QtConcurrent::run(unpack, archiveData, archivePath(), unpackedPath(path)));
+    unzipWatcher->setFuture(QtConcurrent::run(unpack, archiveData, AppDir::archivePath(), unpackedPath(path)));
     archiveData.clear();
 }
 

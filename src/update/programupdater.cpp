@@ -1,6 +1,7 @@
 #include "programupdater.h"
 
 #include "appdir.h"
+#include "buildconfig.h"
 #include "db/drugdatabase.h"
 #include "urls.h"
 #include "utils/raven.h"
@@ -40,8 +41,17 @@ void ProgramUpdater::checkVersion()
     versionGet.get(appVersionUrl);
 }
 
+bool ProgramUpdater::isSelfUpdating()
+{
+    return QUILLARD_SELF_UPDATE != 0;
+}
+
 void ProgramUpdater::downloadUpdate()
 {
+    if (!isSelfUpdating()) {
+        qDebug() << "D/ProgramUpdater::downloadUpdate | updates come from the package manager";
+        return;
+    }
     listGet.get(appListUrl);
 }
 
@@ -126,6 +136,11 @@ void ProgramUpdater::onUpdaterDownload(QNetworkReply* reply)
         reply->seek(0);
     const QByteArray bytes = reply->readAll();
 
+    if (!isSelfUpdating()) {
+        failUpdaterDownload(__LINE__, QStringLiteral("updates come from the package manager"));
+        return;
+    }
+
     // Written only as a plain file name inside the program's folder.
     if (!isPlainFileName(fileName)) {
         failUpdaterDownload(__LINE__, QStringLiteral("not a plain file name: \"%1\"").arg(fileName));
@@ -151,7 +166,7 @@ void ProgramUpdater::onUpdaterDownload(QNetworkReply* reply)
         return;
     }
 
-    const QString path = programDir() + QLatin1Char('/') + fileName;
+    const QString path = AppDir::installerPath(fileName);
     qDebug().noquote() << "Write to " << path << bytes.size();
     QFile file(path);
     if (!file.open(QIODevice::WriteOnly)) {

@@ -22,6 +22,10 @@ public:
     explicit ProgramUpdater(QObject* parent = nullptr);
     ~ProgramUpdater() override;
 
+    // False in a build whose updates come from the package manager: the version
+    // is still checked and told, but no installer is ever fetched or started.
+    static bool isSelfUpdating();
+
     void checkVersion();
     void downloadUpdate();
 

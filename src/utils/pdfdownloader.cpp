@@ -35,7 +35,7 @@ QString toolPath(const QString& name)
 #else
     const QString file = name;
 #endif
-    const QString bundled = programDir() + QStringLiteral("/utils/poppler/") + file;
+    const QString bundled = AppDir::bundledToolPath(file);
     if (QFileInfo::exists(bundled))
         return bundled;
     const QString onPath = QStandardPaths::findExecutable(file);
@@ -64,7 +64,7 @@ PDFDownloader::PDFDownloader(QObject* parent)
     : QObject(parent)
     , pdfInfoPath(toolPath(QStringLiteral("pdfinfo")))
     , pdfToCairoPath(toolPath(QStringLiteral("pdftocairo")))
-    , tempPath(programDir() + QStringLiteral("/temp/"))
+    , tempPath(AppDir::tempDir())
 {
     resetHttp();
 }

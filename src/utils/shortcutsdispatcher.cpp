@@ -2,6 +2,7 @@
 
 #include "settingskeys.h"
 
+#include <QCoreApplication>
 #include <QDebug>
 #include <QSettings>
 
@@ -29,6 +30,11 @@ void ShortcutsDispatcher::reload(bool force)
         shortcuts.append({settings.value(SettingsKeys::shortcutKey).value<QKeySequence>(),
                           settings.value(SettingsKeys::shortcutDescription).toString()});
     }
+    // Before the start has named the program there is no store to reset the flag
+    // in; writing anyway would leave a stray "Unknown Organization" file in the
+    // user's settings folder.
+    if (QCoreApplication::organizationName().isEmpty())
+        return;
     // The array is still open: the false lands under its last entry and the top-level
     // flag stays true, so a saved table is re-read at every key release.
     settings.setValue(SettingsKeys::refreshShortcuts, false);

@@ -1,5 +1,7 @@
 #include "testsupport.h"
 
+#include "appdir.h"
+
 #include <QDir>
 #include <QFile>
 #include <QLocalSocket>
@@ -59,7 +61,7 @@ private slots:
         // second instance opened. Each connection must be taken and dropped.
         for (int start = 0; start < 40; ++start) {
             QLocalSocket socket;
-            socket.connectToServer(QStringLiteral("CorvaneQuillardKey"));
+            socket.connectToServer(AppDir::instanceKey());
             QVERIFY2(socket.waitForConnected(5000), qPrintable(QString::number(start)));
             QVERIFY2(socket.state() == QLocalSocket::UnconnectedState || socket.waitForDisconnected(5000),
                      qPrintable(QString::number(start)));
@@ -81,7 +83,7 @@ private slots:
         QVERIFY(killed);
         killed->kill();
         QVERIFY(killed->waitForFinished(5000));
-        QVERIFY(QFile::exists(dir.filePath(QStringLiteral("tmp/CorvaneQuillardKey"))));
+        QVERIFY(QFile::exists(dir.filePath(QStringLiteral("tmp/") + AppDir::instanceKey())));
 
         // The file left behind must not keep the next start from listening.
         QProcess* next = startProgram();
@@ -120,7 +122,7 @@ private:
     static bool instanceListens()
     {
         QLocalSocket socket;
-        socket.connectToServer(QStringLiteral("CorvaneQuillardKey"));
+        socket.connectToServer(AppDir::instanceKey());
         return socket.waitForConnected(100);
     }
 

@@ -104,6 +104,8 @@ private slots:
 
     void refusedInstallerWritesNothing()
     {
+        if (!ProgramUpdater::isSelfUpdating())
+            QSKIP("a package build fetches no installer");
         QFETCH(QString, list);
         QFETCH(QString, name);
         QFETCH(QString, body);
@@ -161,6 +163,8 @@ private slots:
 
     void installerIsStartedAndProgramQuits()
     {
+        if (!ProgramUpdater::isSelfUpdating())
+            QSKIP("a package build fetches no installer");
         const QString marker = root->filePath(QStringLiteral("started"));
         QVERIFY(simulator.setValue(QStringLiteral("installer_name"), QStringLiteral("setup.sh")));
         QVERIFY(simulator.setValue(QStringLiteral("installer_marker"), marker));

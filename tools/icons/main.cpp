@@ -1,6 +1,8 @@
 // quillard-icons: draws the program's pictures into a folder, as PNG files.
 // The output is committed in src/resources/icons; run the target
-// regenerate-icons after changing a drawing.
+// regenerate-icons after changing a drawing. With --hicolor it draws the
+// desktop's icon of the program instead, in the sizes of the hicolor theme
+// and as SVG (src/resources/hicolor, target regenerate-app-icons).
 
 #include "painting.h"
 #include "pictures.h"
@@ -10,6 +12,10 @@
 #include <QGuiApplication>
 #include <QImage>
 #include <QImageWriter>
+#include <QPainter>
+#ifdef QUILLARD_ICONS_SVG
+#include <QSvgGenerator>
+#endif
 #include <QTextStream>
 
 #include <functional>
@@ -45,6 +51,50 @@ std::vector<Picture> allPictures()
     return pictures;
 }
 
+// The tray's tile (the mark on its blue square) at each size a desktop asks of
+// the hicolor theme; menus use 16 to 48, software centres 128 and 256.
+bool writeHicolor(const QDir& outputDir, QTextStream& err)
+{
+    const int designSize = 256;
+    for (const int size : {16, 22, 24, 32, 48, 64, 128, 256}) {
+        const QString folder = QStringLiteral("%1x%1/apps").arg(size);
+        if (!outputDir.mkpath(folder))
+            return false;
+        QImage image = Painting::canvas(size, size);
+        QPainter painter;
+        Painting::begin(painter, image, designSize);
+        painter.translate(8, 8);
+        Painting::drawLogoTile(painter, designSize - 16);
+        painter.end();
+        const QString path = outputDir.filePath(folder + QStringLiteral("/quillard.png"));
+        QImageWriter writer(path, "png");
+        writer.setQuality(0);
+        if (!writer.write(image.convertToFormat(QImage::Format_ARGB32))) {
+            err << "Cannot write " << path << ": " << writer.errorString() << '\n';
+            return false;
+        }
+    }
+#ifdef QUILLARD_ICONS_SVG
+    if (!outputDir.mkpath(QStringLiteral("scalable/apps")))
+        return false;
+    QSvgGenerator svg;
+    svg.setFileName(outputDir.filePath(QStringLiteral("scalable/apps/quillard.svg")));
+    svg.setSize(QSize(designSize, designSize));
+    svg.setViewBox(QRect(0, 0, designSize, designSize));
+    svg.setTitle(QStringLiteral("Quillard"));
+    QPainter painter;
+    if (!painter.begin(&svg))
+        return false;
+    painter.setRenderHint(QPainter::Antialiasing, true);
+    painter.translate(8, 8);
+    Painting::drawLogoTile(painter, designSize - 16);
+    painter.end();
+#else
+    err << "Built without Qt SVG: the scalable icon is not drawn\n";
+#endif
+    return true;
+}
+
 } // namespace
 
 int main(int argc, char* argv[])
@@ -56,15 +106,19 @@ int main(int argc, char* argv[])
 
     QTextStream err(stderr);
     const QStringList arguments = QCoreApplication::arguments();
-    if (arguments.size() != 2) {
-        err << "Usage: quillard-icons <output folder>\n";
+    const bool hicolor = arguments.size() == 3 && arguments.at(1) == QLatin1String("--hicolor");
+    if (arguments.size() != 2 && !hicolor) {
+        err << "Usage: quillard-icons [--hicolor] <output folder>\n";
         return 2;
     }
-    const QDir outputDir(arguments.at(1));
+    const QDir outputDir(arguments.last());
     if (!QDir().mkpath(outputDir.absolutePath())) {
         err << "Cannot create " << outputDir.absolutePath() << '\n';
         return 1;
     }
+
+    if (hicolor)
+        return writeHicolor(outputDir, err) ? 0 : 1;
 
     // "name@2x.png" beside "name.png": Qt takes it on screens scaled above 100 %.
     for (const int scale : {1, 2}) {
