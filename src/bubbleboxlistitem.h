@@ -23,10 +23,14 @@ public:
 protected:
     void enterEvent(QEvent* event) override;
     void leaveEvent(QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
     void setTextColour(const QString& colour);
+    // A long title takes smaller type rather than losing its end.
+    void fitTitle();
 
     Ui::BubbleboxListItem* ui = nullptr;
     bool hovered = false;
+    int titleSize = 14;
 };

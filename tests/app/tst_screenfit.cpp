@@ -127,10 +127,14 @@ private slots:
             QVERIFY(list->verticalScrollBar()->maximum() > 0);
             QVERIFY(list->verticalScrollBarPolicy() != Qt::ScrollBarAlwaysOff);
         }
-        // The drug's name in the box's header is read whole.
-        auto* name = box->findChild<QLabel*>(QStringLiteral("drug_name"));
-        QVERIFY2(name->fontMetrics().horizontalAdvance(name->text()) <= name->contentsRect().width(),
-                 qPrintable(name->text()));
+        // The drug's name in the box's header and every section's title are read whole.
+        QList<QLabel*> texts{box->findChild<QLabel*>(QStringLiteral("drug_name"))};
+        for (QLabel* title : list->findChildren<QLabel*>(QStringLiteral("label")))
+            texts << title;
+        QCOMPARE(texts.size(), 1 + sectionsOfFullestDrug);
+        for (QLabel* text : texts)
+            QVERIFY2(text->fontMetrics().horizontalAdvance(text->text()) <= text->contentsRect().width(),
+                     qPrintable(text->text()));
     }
 
     void cleanupTestCase()
