@@ -166,36 +166,8 @@ for size in "${sizes[@]}"; do
         [ "$scale" != 1 ] && name="$name-$scale"
         echo "== $name"
 
-        # A program folder of its own: the update replaces the database beside the program.
-        program="$work/program-$size-$scale"
-        mkdir -p "$program/config/Corvane"
-        cp "$bin/quillard" "$work/demo.sqlite3" "$program/"
-        mv "$program/demo.sqlite3" "$program/corvane_quillard_desktop.sqlite3"
         # The windows that open by themselves at the first start would hide the page.
-        printf '[General]\nseen_RODO_info=true\nseen_shortcuts_page=true\n' > "$program/config/Corvane/Quillard.conf"
-
-        python3 tools/simulator/simulator.py --port "$port" --db "$work/demo.sqlite3" \
-            --state-dir "$program/simulator-state" > "$program/simulator.out" 2> "$program/simulator.log" &
-        pids+=($!)
-        # Xvfb picks a free display and writes its number to descriptor 3.
-        Xvfb -displayfd 3 -screen 0 "${size}x24" -nolisten tcp 3> "$program/display" > "$program/xvfb.log" 2>&1 &
-        pids+=($!)
-        for _ in $(seq 1 50); do
-            [ -s "$program/display" ] && break
-            sleep 0.2
-        done
-        export DISPLAY=":$(head -n 1 "$program/display")"
-        openbox > "$program/openbox.log" 2>&1 &
-        pids+=($!)
-        for _ in $(seq 1 50); do
-            grep -q LISTENING "$program/simulator.out" 2> /dev/null && break
-            sleep 0.2
-        done
-
-        (cd "$program" && XDG_CONFIG_HOME="$program/config" QT_SCALE_FACTOR="$scale" QT_QPA_PLATFORM=xcb QTDIR= \
-            exec ./quillard > "$program/quillard.out" 2>&1) &
-        pids+=($!)
-        xdotool search --sync --onlyvisible --name '^Quillard$' > /dev/null
+        start_session "$size" '[General]\nseen_RODO_info=true\nseen_shortcuts_page=true\n'
         # The start-up checks (connection, program, database update) come first;
         # the scanner is wired when they are over.
         sleep 6
