@@ -6,14 +6,18 @@
 
 namespace ProfileJson {
 
-QJsonObject read(const QString& key)
+QJsonObject parse(const QString& text)
 {
-    QSettings settings;
     QJsonParseError error;
-    const QJsonDocument document = QJsonDocument::fromJson(settings.value(key).toString().toUtf8(), &error);
+    const QJsonDocument document = QJsonDocument::fromJson(text.toUtf8(), &error);
     if (error.error != QJsonParseError::NoError || !document.isObject())
         return {};
     return document.object();
+}
+
+QJsonObject read(const QString& key)
+{
+    return parse(QSettings().value(key).toString());
 }
 
 void write(const QString& key, const QJsonObject& object)

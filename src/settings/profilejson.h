@@ -11,6 +11,8 @@ namespace ProfileJson {
 // The object stored under `key`; a text that is absent or doesn't parse as a
 // JSON object reads as an empty object.
 QJsonObject read(const QString& key);
+// The object of a stored text; anything but a JSON object reads as an empty object.
+QJsonObject parse(const QString& text);
 // Stores the compact JSON of `object` under `key` and syncs at once.
 void write(const QString& key, const QJsonObject& object);
 QByteArray compact(const QJsonObject& object);

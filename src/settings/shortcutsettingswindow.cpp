@@ -19,19 +19,15 @@ ShortcutSettingsWindow::ShortcutSettingsWindow(QWidget* parent)
     setWindowModality(Qt::ApplicationModal);
 
     QSettings settings;
-    const int size = settings.beginReadArray(SettingsKeys::shortcuts);
-    if (size == 0) {
-        settings.endArray();
+    const auto stored = ShortcutsDispatcher::readStored(settings);
+    settings.endArray();
+    if (stored.isEmpty()) {
         on_defaultValues_clicked();
         save();
         return;
     }
-    for (int i = 0; i < qMin(size, ShortcutsDispatcher::maxShortcuts); ++i) {
-        settings.setArrayIndex(i);
-        addRow(settings.value(SettingsKeys::shortcutDescription).toString(),
-               settings.value(SettingsKeys::shortcutKey).value<QKeySequence>());
-    }
-    settings.endArray();
+    for (const auto& row : stored)
+        addRow(row.second, row.first);
 }
 
 ShortcutSettingsWindow::~ShortcutSettingsWindow()

@@ -74,12 +74,15 @@ void UserSettingsForm::closeEvent(QCloseEvent* event)
 
 void UserSettingsForm::fillFromSettings()
 {
-    const QJsonObject user = ProfileJson::read(SettingsKeys::userInfoJson);
+    fill(ProfileJson::read(SettingsKeys::userInfoJson), ProfileJson::read(SettingsKeys::pharmacyInfoJson));
+}
+
+void UserSettingsForm::fill(const QJsonObject& user, const QJsonObject& pharmacy)
+{
     ui->Name->setText(user.value(QStringLiteral("name")).toString());
     ui->Surname->setText(user.value(QStringLiteral("surname")).toString());
     ui->Login->setText(user.value(QStringLiteral("login")).toString());
 
-    const QJsonObject pharmacy = ProfileJson::read(SettingsKeys::pharmacyInfoJson);
     ui->PharmacyName->setText(pharmacy.value(QStringLiteral("name")).toString());
     ui->Street->setText(pharmacy.value(QStringLiteral("street")).toString());
     ui->City->setText(pharmacy.value(QStringLiteral("city")).toString());

@@ -22,6 +22,9 @@ class UserSettingsForm : public QWidget {
 
 public:
     explicit UserSettingsForm(QWidget* parent = nullptr);
+
+    // Shows the stored user and pharmacy; fields the objects lack go blank.
+    void fill(const QJsonObject& user, const QJsonObject& pharmacy);
     ~UserSettingsForm() override;
 
 protected:

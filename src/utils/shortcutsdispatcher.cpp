@@ -23,13 +23,7 @@ void ShortcutsDispatcher::reload(bool force)
     if (!force && !settings.value(SettingsKeys::refreshShortcuts, false).toBool())
         return;
 
-    shortcuts.clear();
-    const int size = qMin(settings.beginReadArray(SettingsKeys::shortcuts), maxShortcuts);
-    for (int i = 0; i < size; ++i) {
-        settings.setArrayIndex(i);
-        shortcuts.append({settings.value(SettingsKeys::shortcutKey).value<QKeySequence>(),
-                          settings.value(SettingsKeys::shortcutDescription).toString()});
-    }
+    shortcuts = readStored(settings);
     // Before the start has named the program there is no store to reset the flag
     // in; writing anyway would leave a stray "Unknown Organization" file in the
     // user's settings folder.
@@ -39,6 +33,18 @@ void ShortcutsDispatcher::reload(bool force)
     // flag stays true, so a saved table is re-read at every key release.
     settings.setValue(SettingsKeys::refreshShortcuts, false);
     settings.sync();
+}
+
+QList<QPair<QKeySequence, QString>> ShortcutsDispatcher::readStored(QSettings& settings)
+{
+    QList<QPair<QKeySequence, QString>> rows;
+    const int size = qMin(settings.beginReadArray(SettingsKeys::shortcuts), maxShortcuts);
+    for (int i = 0; i < size; ++i) {
+        settings.setArrayIndex(i);
+        rows.append({settings.value(SettingsKeys::shortcutKey).value<QKeySequence>(),
+                     settings.value(SettingsKeys::shortcutDescription).toString()});
+    }
+    return rows;
 }
 
 void ShortcutsDispatcher::onShortcut(const QKeySequence& seq)

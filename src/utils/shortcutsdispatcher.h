@@ -6,6 +6,8 @@
 #include <QPair>
 #include <QString>
 
+class QSettings;
+
 // Maps the chords of the system-wide key stream to the titles of description
 // sections, as the shortcuts window saved them in the settings store.
 class ShortcutsDispatcher : public QObject {
@@ -18,6 +20,11 @@ public:
     // Rows of the stored table that are read at most. The table has one row per
     // description section; a damaged store may claim billions, read at every key release.
     static constexpr int maxShortcuts = 256;
+
+    // The stored table's rows (at most maxShortcuts), chord and section title.
+    // Leaves the array of `settings` open, so that a write lands where the
+    // table's reader has always put it.
+    static QList<QPair<QKeySequence, QString>> readStored(QSettings& settings);
 
     // Re-reads the table when forced or when the shortcuts window has saved it.
     void reload(bool force);
