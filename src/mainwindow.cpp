@@ -19,6 +19,7 @@
 #include "urls.h"
 #include "utils/advertprovider.h"
 #include "utils/connectionprobe.h"
+#include "utils/dialogs.h"
 #include "utils/keyboardreader.h"
 #include "utils/shortcutsdispatcher.h"
 #include "utils/statisticssender.h"
@@ -225,16 +226,6 @@ void MainWindow::continueInit(bool online)
     QTimer::singleShot(messageTime, dbVersionMessage, &QLabel::show);
 }
 
-// The chain's questions and notices wait for nobody: a box comes up over the
-// window and the chain goes on from its answer, while the window keeps serving
-// the scanner and its timers.
-void MainWindow::ask(QMessageBox* box, const std::function<void(QAbstractButton*)>& answered)
-{
-    box->setAttribute(Qt::WA_DeleteOnClose);
-    connect(box, &QMessageBox::finished, this, [box, answered] { answered(box->clickedButton()); });
-    box->open();
-}
-
 void MainWindow::onProgramActVersion()
 {
     programChecked = true;
@@ -243,9 +234,8 @@ void MainWindow::onProgramActVersion()
 
 void MainWindow::onProgramUpdateError()
 {
-    ask(new QMessageBox(QMessageBox::Critical, QStringLiteral("Błąd"),
-                        QStringLiteral("Podczas aktualizacji programu wystąpił błąd"), QMessageBox::Ok, this),
-        [](QAbstractButton*) {});
+    Dialogs::tell(this, QMessageBox::Critical, QStringLiteral("Błąd"),
+                  QStringLiteral("Podczas aktualizacji programu wystąpił błąd"));
     programChecked = true;
     Init();
 }
@@ -255,7 +245,7 @@ void MainWindow::onProgramOldVersion(const QString& current, const QString& onli
     qDebug() << "Update" << current << " ->" << online;
     if (!ProgramUpdater::isSelfUpdating()) {
         // A package install is the package manager's to update; the program only tells.
-        ask(new QMessageBox(QMessageBox::Information, QStringLiteral("Corvane Quillard"),
+        Dialogs::ask(new QMessageBox(QMessageBox::Information, QStringLiteral("Corvane Quillard"),
                             QStringLiteral("Dostępna nowa wersja programu! Aktualnie używasz wydania ")
                                 + current.simplified() + QStringLiteral(", dostępne jest ") + online.simplified()
                                 + QStringLiteral(". Zaktualizuj pakiet quillard menedżerem pakietów systemu."),
@@ -273,7 +263,7 @@ void MainWindow::onProgramOldVersion(const QString& current, const QString& onli
                                  + QStringLiteral(". Czy chcesz zakutalizować teraz?"));
     QPushButton* yes = question->addButton(QStringLiteral("Tak"), QMessageBox::YesRole);
     question->addButton(QStringLiteral("Anuluj"), QMessageBox::NoRole);
-    ask(question, [this, yes](QAbstractButton* clicked) {
+    Dialogs::ask(question, [this, yes](QAbstractButton* clicked) {
         if (clicked == yes)
             programUpdater.downloadUpdate();
         programChecked = true;
@@ -302,7 +292,7 @@ void MainWindow::dbCheckFinnished()
                               : QStringLiteral("Dostępna jest nowa wersja bazy danych.\nCzy chcesz ją teraz pobrać?"));
         QPushButton* yes = question->addButton(QStringLiteral("Tak"), QMessageBox::YesRole);
         question->addButton(QStringLiteral("Nie"), QMessageBox::NoRole);
-        ask(question, [this, yes](QAbstractButton* clicked) {
+        Dialogs::ask(question, [this, yes](QAbstractButton* clicked) {
             if (clicked == yes) {
                 // Still the user's own check: a failure of the download is told in a box.
                 downloadDatabase();
@@ -348,10 +338,8 @@ void MainWindow::dbUpdaterError()
 {
     if (manualDbCheck) {
         manualDbCheck = false;
-        ask(new QMessageBox(QMessageBox::Information, QStringLiteral("Błąd"),
-                            QStringLiteral("Aktualizacja bazy danych nie powiodła sie. Spróbuj ponownie później"),
-                            QMessageBox::Ok, this),
-            [](QAbstractButton*) {});
+        Dialogs::tell(this, QMessageBox::Information, QStringLiteral("Błąd"),
+                      QStringLiteral("Aktualizacja bazy danych nie powiodła sie. Spróbuj ponownie później"));
     }
     showStatusMessage(QStringLiteral("Aktualizacja bazy danych nie powiodła sie. Spróbuj ponownie później!"),
                       messageTime);
@@ -595,21 +583,26 @@ void MainWindow::closeEvent(QCloseEvent* event)
         return;
     }
 
-    QMessageBox question(this);
-    question.setIcon(QMessageBox::Question);
-    question.setText(QStringLiteral("Czy jesteś pewien?\n"));
-    QPushButton* yes = question.addButton(QStringLiteral("Tak"), QMessageBox::YesRole);
-    question.addButton(QStringLiteral("Nie"), QMessageBox::NoRole);
-    question.exec();
-    if (question.clickedButton() == yes) {
-        DrugDatabase::closeDatabase();
-        event->accept();
-        bubbleBox->remove();
-        QCoreApplication::quit();
-    } else {
-        event->ignore();
-        trayIcon->setVisible(true);
-    }
+    // The window stays while the question is open; "Tak" ends the program.
+    event->ignore();
+    if (quitQuestionOpen)
+        return;
+    quitQuestionOpen = true;
+    auto* question = new QMessageBox(this);
+    question->setIcon(QMessageBox::Question);
+    question->setText(QStringLiteral("Czy jesteś pewien?\n"));
+    QPushButton* yes = question->addButton(QStringLiteral("Tak"), QMessageBox::YesRole);
+    question->addButton(QStringLiteral("Nie"), QMessageBox::NoRole);
+    Dialogs::ask(question, [this, yes](QAbstractButton* clicked) {
+        quitQuestionOpen = false;
+        if (clicked == yes) {
+            DrugDatabase::closeDatabase();
+            bubbleBox->remove();
+            QCoreApplication::quit();
+        } else {
+            trayIcon->setVisible(true);
+        }
+    });
 }
 
 void MainWindow::onTrayIconMessageClicked()
@@ -625,14 +618,15 @@ void MainWindow::on_actionZamknij_triggered()
 
 void MainWindow::on_actionUsu_pliki_tymczasowe_triggered()
 {
-    QMessageBox question(this);
-    question.setWindowTitle(QStringLiteral("Corvane Quillard"));
-    question.setText(QStringLiteral("Czy na pewno chcesz usunąć pliki tymczasowe?"));
-    QPushButton* yes = question.addButton(QStringLiteral("Tak"), QMessageBox::YesRole);
-    question.addButton(QStringLiteral("Nie"), QMessageBox::NoRole);
-    question.exec();
-    if (question.clickedButton() != yes)
-        return;
-    removeFilesIn(AppDir::tempDir());
-    removeFilesIn(AppDir::cacheDir());
+    auto* question = new QMessageBox(this);
+    question->setWindowTitle(QStringLiteral("Corvane Quillard"));
+    question->setText(QStringLiteral("Czy na pewno chcesz usunąć pliki tymczasowe?"));
+    QPushButton* yes = question->addButton(QStringLiteral("Tak"), QMessageBox::YesRole);
+    question->addButton(QStringLiteral("Nie"), QMessageBox::NoRole);
+    Dialogs::ask(question, [yes](QAbstractButton* clicked) {
+        if (clicked != yes)
+            return;
+        removeFilesIn(AppDir::tempDir());
+        removeFilesIn(AppDir::cacheDir());
+    });
 }

@@ -80,8 +80,6 @@ private:
     // pass whether online or not, and never again.
     void connectInputs();
     void downloadDatabase();
-    // Shows `box` without waiting for it; `answered` gets the button pressed.
-    void ask(QMessageBox* box, const std::function<void(QAbstractButton*)>& answered);
     void setAlertStyle(bool alert);
     void bringForward();
     void setAlertStyleFor(int milliseconds);
@@ -104,4 +102,5 @@ private:
     bool dbChecked = false;
     bool programChecked = false;
     bool sessionEnding = false;
+    bool quitQuestionOpen = false;
 };

@@ -11,6 +11,7 @@
 #include "utils/appkey.h"
 #include "utils/imageviewer.h"
 #include "utils/statisticssender.h"
+#include "utils/dialogs.h"
 
 #include <QBuffer>
 #include <QDateTime>
@@ -251,7 +252,7 @@ void DrugInfoWidget::onImageSendResult(QNetworkReply* reply)
     // An answer that says nothing still tells the user the picture didn't go.
     if (message.isEmpty())
         message = uploadRefused;
-    QMessageBox::information(this, QString(), message, QMessageBox::Ok);
+    Dialogs::tell(this, QMessageBox::Information, QString(), message);
 }
 
 void DrugInfoWidget::on_printButton_clicked()

@@ -10,6 +10,7 @@
 #include "urls.h"
 #include "utils/appkey.h"
 #include "utils/responseenvelope.h"
+#include "utils/dialogs.h"
 
 #include <QCloseEvent>
 #include <QDebug>
@@ -58,7 +59,7 @@ void PharmacySelector::onPharmacyResult(QNetworkReply* result)
         const ResponseEnvelope envelope = ResponseEnvelope::parse(text);
         taken = envelope.success;
         if (!taken)
-            QMessageBox::information(this, QString(), envelope.message);
+            Dialogs::tell(this, QMessageBox::Information, QString(), envelope.message);
     }
     if (closedByUser)
         deleteLater();

@@ -4,6 +4,7 @@
 #include "settings/shortcutwidget.h"
 #include "settingskeys.h"
 #include "utils/shortcutsdispatcher.h"
+#include "utils/dialogs.h"
 
 #include <QListWidgetItem>
 #include <QMap>
@@ -81,10 +82,10 @@ void ShortcutSettingsWindow::on_defaultValues_clicked()
 void ShortcutSettingsWindow::on_ok_clicked()
 {
     if (checkDuplicates()) {
-        QMessageBox message(this);
-        message.setText(tr("Przypisane skróty nie mogą się powtarzać"));
-        message.addButton(tr("Ok"), QMessageBox::YesRole);
-        message.exec();
+        auto* message = new QMessageBox(this);
+        message->setText(tr("Przypisane skróty nie mogą się powtarzać"));
+        message->addButton(tr("Ok"), QMessageBox::YesRole);
+        Dialogs::ask(message);
         return;
     }
     save();

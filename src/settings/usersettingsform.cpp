@@ -7,6 +7,7 @@
 #include "urls.h"
 #include "utils/appkey.h"
 #include "utils/responseenvelope.h"
+#include "utils/dialogs.h"
 
 #include <QCloseEvent>
 #include <QDebug>
@@ -134,7 +135,8 @@ bool UserSettingsForm::validateStage()
 
 void UserSettingsForm::warnMissingData()
 {
-    QMessageBox::warning(this, QStringLiteral("Brakujące dane!"), QStringLiteral("Proszę uzupełnić brakujące dane!"));
+    Dialogs::tell(this, QMessageBox::Warning, QStringLiteral("Brakujące dane!"),
+                  QStringLiteral("Proszę uzupełnić brakujące dane!"));
 }
 
 void UserSettingsForm::goToStage(int newStage)
@@ -197,7 +199,7 @@ bool UserSettingsForm::accepted(QNetworkReply* reply)
     qDebug().noquote() << "Response" << text;
     const ResponseEnvelope envelope = ResponseEnvelope::parse(text);
     if (!envelope.success)
-        QMessageBox::information(this, QString(), envelope.message);
+        Dialogs::tell(this, QMessageBox::Information, QString(), envelope.message);
     return envelope.success;
 }
 

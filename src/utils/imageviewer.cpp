@@ -7,13 +7,13 @@
 
 #include <QDebug>
 #include <QPainter>
-#include <QPointer>
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QScrollBar>
 #include <QWheelEvent>
 
 #include <cmath>
+#include <memory>
 
 namespace {
 
@@ -167,17 +167,13 @@ void ImageViewer::on_nextButton_clicked()
 
 void ImageViewer::on_pushButton_clicked()
 {
-    QPrinter printer(QPrinter::HighResolution);
-    auto* dialog = new QPrintDialog(&printer, this);
-    // A scan while the dialog is open rebuilds the GIF tab and takes its viewer,
-    // and the dialog with it, away.
-    const QPointer<ImageViewer> alive(this);
-    const int answer = dialog->exec();
-    if (!alive)
-        return;
-    if (answer == QDialog::Accepted)
-        print(&printer);
-    dialog->deleteLater();
+    // Opened without waiting, so the scanner and the page go on behind it. A
+    // scan that rebuilds the GIF tab takes the viewer, and the dialog with it, away.
+    auto printer = std::make_shared<QPrinter>(QPrinter::HighResolution);
+    auto* dialog = new QPrintDialog(printer.get(), this);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    connect(dialog, &QDialog::accepted, this, [this, printer] { print(printer.get()); });
+    dialog->open();
 }
 
 void ImageViewer::on_pushButton_2_clicked()

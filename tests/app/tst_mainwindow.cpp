@@ -71,8 +71,8 @@ private slots:
         window->show();
         MessageBoxAnswerer answerer(QStringLiteral("Nie"));
         window->findChild<QAction*>(QStringLiteral("actionZamknij"))->trigger();
-        QCOMPARE(answerer.texts.value(0), QStringLiteral("Czy jesteś pewien?\n"));
-        QVERIFY(window->findChild<QSystemTrayIcon*>()->isVisible());
+        QTRY_COMPARE(answerer.texts.value(0), QStringLiteral("Czy jesteś pewien?\n"));
+        QTRY_VERIFY(window->findChild<QSystemTrayIcon*>()->isVisible());
         QVERIFY(window->isVisible());
     }
 
@@ -99,7 +99,8 @@ private slots:
 
         MessageBoxAnswerer answerer(answer);
         window->findChild<QAction*>(QStringLiteral("actionUsu_pliki_tymczasowe"))->trigger();
-        QCOMPARE(answerer.texts.value(0), QStringLiteral("Czy na pewno chcesz usunąć pliki tymczasowe?"));
+        QTRY_COMPARE(answerer.texts.value(0), QStringLiteral("Czy na pewno chcesz usunąć pliki tymczasowe?"));
+        QTRY_VERIFY(!QApplication::activeModalWidget());
 
         QCOMPARE(!QFile::exists(dir.filePath(QStringLiteral("temp/1234.pdf"))), removed);
         QCOMPARE(!QFile::exists(dir.filePath(QStringLiteral("cache/77.png"))), removed);

@@ -90,6 +90,8 @@ private slots:
             const QString before = QSettings().value(key).toString();
             click(window, "ok");
             const bool refused = step == 0 && !red.isEmpty();
+            if (refused)
+                QTRY_COMPARE(answerer.texts.size(), 1);
             QCOMPARE(marked(), refused ? red : QList<int>{});
             QCOMPARE(window.isVisible(), refused);
             QCOMPARE(QSettings().value(key).toString(), refused ? before : row(window, 0)->keySequence().toString());
