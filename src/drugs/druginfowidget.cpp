@@ -81,6 +81,13 @@ DrugInfoWidget::DrugInfoWidget(QWidget* parent)
     ui->pushButton->hide();
     ui->pushButton_2->hide();
 
+    // Children by name, so that their requests can be followed from outside.
+    // Members go before the widget's own end deletes its children, so each
+    // is destroyed once.
+    imageGetter.setParent(this);
+    imageGetter.setObjectName(QStringLiteral("imageGetter"));
+    imageSender.setParent(this);
+    imageSender.setObjectName(QStringLiteral("imageSender"));
     connect(&imageGetter, &QtHttpGet::result, this, &DrugInfoWidget::onDrugImageResult);
     // Queued: the substitutes model fills its list from the same signal first.
     connect(DrugViewModel::instance(), &DrugViewModel::selectedDrugChanged, this,
@@ -212,12 +219,17 @@ void DrugInfoWidget::onDrugImageResult(QNetworkReply* reply)
 
 void DrugInfoWidget::on_pushButton_clicked()
 {
-    const QString fileName = QFileDialog::getOpenFileName(this, tr("Wybierz zdjęcie"), QStringLiteral("/home/"),
-                                                          tr("Zdjęcia (*.png *.jpg *.bmp)"));
-    qDebug() << "Filename" << fileName;
-    if (fileName.isEmpty())
-        return;
-    sendImage(fileName);
+    // Opened without waiting, so the scanner and the page go on behind it.
+    auto* dialog = new QFileDialog(this, tr("Wybierz zdjęcie"), QStringLiteral("/home/"),
+                                   tr("Zdjęcia (*.png *.jpg *.bmp)"));
+    dialog->setFileMode(QFileDialog::ExistingFile);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    connect(dialog, &QFileDialog::fileSelected, this, [this](const QString& fileName) {
+        qDebug() << "Filename" << fileName;
+        if (!fileName.isEmpty())
+            sendImage(fileName);
+    });
+    dialog->open();
 }
 
 void DrugInfoWidget::sendImage(const QString& fileName)

@@ -29,6 +29,9 @@ PharmacySelector::PharmacySelector(QWidget* parent)
 {
     ui->setupUi(this);
     ui->EmailLineEdit->setValidator(new EmailValidator(ui->EmailLineEdit));
+    // A child by name, so that its request can be followed from outside.
+    pharmacyGet.setParent(this);
+    pharmacyGet.setObjectName(QStringLiteral("pharmacyGet"));
     connect(&pharmacyGet, &QtHttpGet::result, this, &PharmacySelector::onPharmacyResult);
     clearDetails();
 }

@@ -41,6 +41,11 @@ UserSettingsForm::UserSettingsForm(QWidget* parent)
     ui->FinnishButton->hide();
     ui->PrevButton->hide();
 
+    // Children by name, so that their requests can be followed from outside.
+    userGet.setParent(this);
+    userGet.setObjectName(QStringLiteral("userGet"));
+    pharmacyGet.setParent(this);
+    pharmacyGet.setObjectName(QStringLiteral("pharmacyGet"));
     connect(&userGet, &QtHttpGet::result, this, &UserSettingsForm::onUserResult);
     connect(&pharmacyGet, &QtHttpGet::result, this, &UserSettingsForm::onPharmacyResult);
     connect(ui->Phone, &QLineEdit::cursorPositionChanged, this, &UserSettingsForm::phoneCursorPositionChanged);

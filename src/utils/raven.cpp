@@ -42,6 +42,8 @@ QString networkErrorName(QNetworkReply::NetworkError error)
     return QString::fromLatin1(QMetaEnum::fromType<QNetworkReply::NetworkError>().valueToKey(error));
 }
 
+constexpr qint64 maxAnswerSize = 64 * 1024;
+
 } // namespace
 
 Raven::Raven()
@@ -236,6 +238,12 @@ void Raven::watch(QNetworkReply* reply)
 {
     connect(reply, &QNetworkReply::finished, this, &Raven::slotFinished);
     connect(reply, &QNetworkReply::sslErrors, this, &Raven::slotSslError);
+    // The store answers with an event id; a body larger than any answer of
+    // its kind is cut off instead of being taken into memory.
+    connect(reply, &QNetworkReply::downloadProgress, reply, [reply](qint64 received, qint64 total) {
+        if (received > maxAnswerSize || total > maxAnswerSize)
+            reply->abort();
+    });
 }
 
 void Raven::slotFinished()

@@ -1,7 +1,12 @@
 #include "appdir.h"
 #include "buildconfig.h"
 #include "db/drugdatabase.h"
+#include "drugs/druginfowidget.h"
+#include "drugs/drugviewmodel.h"
 #include "guithreadwatchdog.h"
+#include "settings/pharmacyselector.h"
+#include "settings/usersettingsform.h"
+#include "settingskeys.h"
 #include "simulator.h"
 #include "testsupport.h"
 #include "update/databaseupdater.h"
@@ -10,12 +15,23 @@
 #include "utils/connectionprobe.h"
 #include "utils/networklimits.h"
 #include "utils/pdfdownloader.h"
+#include "utils/qthttpget.h"
+#include "utils/raven.h"
 #include "utils/statisticssender.h"
 
 #include <QApplication>
 #include <QDir>
 #include <QElapsedTimer>
+#include <QCheckBox>
 #include <QFile>
+#include <QImage>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QNetworkAccessManager>
+#include <QPointer>
+#include <QPushButton>
+#include <QSettings>
 #include <QSqlQuery>
 #include <QStandardPaths>
 #include <QTemporaryDir>
@@ -134,6 +150,126 @@ Starter documentDownload(const QString& url)
     };
 }
 
+// A window that may delete itself once closed, owned until then.
+template <typename Window> std::shared_ptr<Window> closable(Window* window)
+{
+    return std::shared_ptr<Window>(window, [guard = QPointer<Window>(window)](Window*) { delete guard.data(); });
+}
+
+// A window's request followed by name: `outcome` tells what the window shows
+// once it has handled the answer.
+void followRequest(Flow& flow, QObject* window, const char* name, const std::function<QString()>& outcome)
+{
+    auto* request = window->findChild<QtHttpGet*>(QLatin1String(name));
+    QVERIFY(request);
+    // Connected after the window's own slot, so it runs once the window has seen the answer.
+    QObject::connect(request, &QtHttpGet::result, window, [&flow, outcome] { flow.outcome = outcome(); });
+}
+
+QString messageShown()
+{
+    auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    if (!box)
+        return QStringLiteral("nothing shown");
+    box->close();
+    return QStringLiteral("message shown");
+}
+
+// The page of a drug whose picture is not in the cache.
+std::shared_ptr<DrugInfoWidget> drugPage()
+{
+    auto page = std::make_shared<DrugInfoWidget>();
+    QDir(AppDir::cacheDir()).removeRecursively();
+    DrugViewModel::instance()->addDrug(DrugDatabase::drugByVid(QStringLiteral("100020")));
+    return page;
+}
+
+void startPictureDownload(Flow& flow)
+{
+    auto page = drugPage();
+    auto* picture = page->findChild<QLabel*>(QStringLiteral("DrugImage"));
+    auto* upload = page->findChild<QPushButton*>(QStringLiteral("pushButton"));
+    followRequest(flow, page.get(), "imageGetter", [picture, upload] {
+        if (picture->pixmap(Qt::ReturnByValue).isNull())
+            return QStringLiteral("no picture");
+        return upload->isHidden() ? QStringLiteral("picture") : QStringLiteral("placeholder");
+    });
+    flow.parts.push_back(page);
+}
+
+void startPictureUpload(Flow& flow)
+{
+    auto page = drugPage();
+    const QString file = QDir(programDir()).filePath(QStringLiteral("photo.png"));
+    QImage(40, 30, QImage::Format_RGB32).save(file);
+    followRequest(flow, page.get(), "imageSender", messageShown);
+    page->sendImage(file);
+    flow.parts.push_back(page);
+}
+
+void startProfileSave(Flow& flow)
+{
+    QSettings settings;
+    settings.setValue(SettingsKeys::userInfoJson, QStringLiteral(R"({"name":"Anna","surname":"Nowak","login":"anowak"})"));
+    settings.setValue(SettingsKeys::pharmacyInfoJson,
+                      QStringLiteral(R"({"name":"Apteka","street":"Długa 1","city":"Kórnik","zip":"62-035"})"));
+    auto form = closable(new UserSettingsForm);
+    // Filled in from the settings; stored again only once the user is taken.
+    settings.remove(SettingsKeys::pharmacyInfoJson);
+    const auto outcome = [form = form.get()]() -> QString {
+        const QString shown = messageShown();
+        return form->isVisible() ? shown + QStringLiteral(", form open") : shown + QStringLiteral(", form closed");
+    };
+    followRequest(flow, form.get(), "userGet", [outcome] {
+        // A user taken goes on to the pharmacy, stored as it is sent.
+        return QSettings().contains(SettingsKeys::pharmacyInfoJson) ? QString() : outcome();
+    });
+    followRequest(flow, form.get(), "pharmacyGet", outcome);
+    form->show();
+    form->findChild<QPushButton*>(QStringLiteral("hoursButton"))->click();
+    form->findChild<QPushButton*>(QStringLiteral("FinnishButton"))->click();
+    flow.parts.push_back(form);
+}
+
+void startPharmacyRequest(Flow& flow)
+{
+    auto selector = closable(new PharmacySelector);
+    followRequest(flow, selector.get(), "pharmacyGet", [selector = selector.get()]() -> QString {
+        const QString shown = messageShown();
+        return selector->isVisible() ? shown + QStringLiteral(", window open") : shown + QStringLiteral(", window closed");
+    });
+    selector->show();
+    selector->findChild<QCheckBox*>(QStringLiteral("checkBox"))->setChecked(true);
+    for (const char* name : { "NameLineEdit", "StreetLineEdit", "ZipLineEdit", "CityLineEdit" })
+        selector->findChild<QLineEdit*>(QLatin1String(name))->setText(QStringLiteral("11111"));
+    selector->findChild<QPushButton*>(QStringLiteral("SubmitButton"))->click();
+    flow.parts.push_back(selector);
+}
+
+void startErrorReport(Flow& flow)
+{
+    auto* manager = Raven::instance()->findChild<QNetworkAccessManager*>();
+    QVERIFY(manager);
+    // The failures of the rows before report to the same client: their events
+    // go first, so that the next answer is this one's.
+    Raven::instance()->waitForIdle();
+    auto context = std::make_shared<QObject>();
+    QObject::connect(manager, &QNetworkAccessManager::finished, context.get(), [&flow](QNetworkReply* reply) {
+        // Redirects are not followed: only a 200 takes the event.
+        const int status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+        flow.outcome = reply->error() == QNetworkReply::NoError && status == 200
+                           ? QStringLiteral("delivered")
+                           : QStringLiteral("dropped, one log line");
+    });
+    Raven::capture(3, QStringLiteral("tst_endpointfaults"), QStringLiteral("fault"), QJsonObject(), QJsonObject());
+    flow.parts.push_back(context);
+}
+
+Starter usageRecord(const std::function<void()>& send)
+{
+    return [send](Flow&) { send(); };
+}
+
 } // namespace
 
 Q_DECLARE_METATYPE(Starter)
@@ -148,6 +284,7 @@ void tst_EndpointFaults::initTestCase()
     QFile base(dir.filePath(DrugDatabase::drugDatabaseName));
     QVERIFY(base.open(QIODevice::ReadOnly));
     oldBase = base.readAll();
+    QVERIFY(Raven::instance()->init(sentryDsn));
     qInfo("| endpoint | fault | outcome | ms |");
 }
 
@@ -162,6 +299,7 @@ void tst_EndpointFaults::init()
 void tst_EndpointFaults::cleanup()
 {
     NetworkLimits::setTransferTimeout(30000);
+    DrugViewModel::instance()->clearDrugs();
 }
 
 int tst_EndpointFaults::storedRecords()
@@ -189,11 +327,29 @@ void tst_EndpointFaults::flowEndsOnItsFailurePath_data()
         { "ChPL attachment", QStringLiteral("/mobile/pdf/index.php"),
           documentDownload(attachmentsUrl + QStringLiteral("/mobile/pdf/index.php?f=chpl.pdf")) },
         { "GIF decision", QStringLiteral("/images/*"), documentDownload(imagesUrl + QStringLiteral("decyzje/faulty.pdf")) },
-        { "usage record", QStringLiteral("/desktop/usage/search.php"),
-          [](Flow& flow) {
-              Q_UNUSED(flow)
+        { "picture", QStringLiteral("/files/check.php?a=getImage"), startPictureDownload },
+        { "picture upload", QStringLiteral("/desktop/new_drug_image.php"), startPictureUpload },
+        { "user POST", QStringLiteral("/desktop/registration/update_user_additional.php"), startProfileSave },
+        { "pharmacy POST", QStringLiteral("/desktop/registration/update_user_pharmacy.php"), startProfileSave },
+        { "pharmacy request POST", QStringLiteral("/desktop/registration/user_pharmacy.php"), startPharmacyRequest },
+        { "Sentry store", QStringLiteral("/api/16/store/"), startErrorReport },
+        { "usage search", QStringLiteral("/desktop/usage/search.php"), usageRecord([] {
               StatisticsSender::sendSearch(QStringLiteral("fault"), QStringLiteral(" "), QStringLiteral("drug_list"));
-          } },
+          }) },
+        { "usage scan", QStringLiteral("/desktop/usage/scanned_ean.php"),
+          usageRecord([] { StatisticsSender::sendScan(QStringLiteral("5909990000012"), QStringLiteral("100001")); }) },
+        { "usage click", QStringLiteral("/desktop/usage/click.php"), usageRecord([] {
+              StatisticsSender::sendClick(QStringLiteral("100001"), QStringLiteral(" "), QStringLiteral("drug_list"));
+          }) },
+        { "usage recipe group", QStringLiteral("/desktop/usage/recipe_group.php"),
+          usageRecord([] { StatisticsSender::sendRecipeGroup(3); }) },
+        { "usage recipe drug", QStringLiteral("/desktop/usage/recipe_drug.php"),
+          usageRecord([] { StatisticsSender::sendRecipeDrug(7); }) },
+        { "usage substitute view", QStringLiteral("/desktop/usage/substitute_view.php"),
+          usageRecord([] { StatisticsSender::sendSubstituteView(QStringLiteral("drug_info"), QStringLiteral("100001")); }) },
+        { "usage substitute click", QStringLiteral("/desktop/usage/substitute_click.php"), usageRecord([] {
+              StatisticsSender::sendSubstituteClick(QStringLiteral("100002"), QStringLiteral("100001"));
+          }) },
     };
     const QStringList faults = { "404", "500", "301", "302", "302loop", "slow", "truncated", "noanswer", "badjson",
                                  "oversized" };
