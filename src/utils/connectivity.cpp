@@ -9,6 +9,8 @@
 #include <QNetworkReply>
 #include <QUrl>
 
+#include <memory>
+
 namespace Connectivity {
 
 bool internetConnection()
@@ -16,15 +18,20 @@ bool internetConnection()
     return internetConnection(websiteUrl);
 }
 
-bool internetConnection(const QString& url)
+bool internetConnection(const QString& url, QNetworkAccessManager* manager)
 {
-    QNetworkAccessManager manager;
-    QNetworkReply* reply = manager.get(probeRequest(url));
+    std::unique_ptr<QNetworkAccessManager> own;
+    if (!manager) {
+        own = std::make_unique<QNetworkAccessManager>();
+        manager = own.get();
+    }
+    // A shared manager keeps its replies: this one goes once read.
+    const std::unique_ptr<QNetworkReply> reply(manager->get(probeRequest(url)));
     QEventLoop loop;
-    QObject::connect(reply, &QNetworkReply::finished, &loop, &QEventLoop::quit);
+    QObject::connect(reply.get(), &QNetworkReply::finished, &loop, &QEventLoop::quit);
     if (!reply->isFinished())
         loop.exec();
-    return isOnline(reply);
+    return isOnline(reply.get());
 }
 
 QNetworkRequest probeRequest(const QString& url)

@@ -1,6 +1,7 @@
 #include "posttoapi.h"
 
 #include "db/drugdatabase.h"
+#include "urls.h"
 #include "utils/connectivity.h"
 #include "utils/qthttpget.h"
 #include "utils/responseenvelope.h"
@@ -8,31 +9,35 @@
 #include <QDebug>
 #include <QEventLoop>
 #include <QJsonDocument>
+#include <QNetworkAccessManager>
 #include <QNetworkReply>
 
-PostToAPI::PostToAPI(const QString& url, const QJsonObject& record, QObject* parent)
+PostToAPI::PostToAPI(QObject* parent)
     : QObject(parent)
-    , url(url)
-    , record(record)
 {
 }
 
-void PostToAPI::post()
+void PostToAPI::post(const QString& recordUrl, const QJsonObject& recordData)
 {
+    url = recordUrl;
+    record = recordData;
+    answered = false;
     data = QJsonDocument(record).toJson(QJsonDocument::Compact);
+    // Made here, in the worker's thread, where its sockets are served.
+    if (!manager)
+        manager = new QNetworkAccessManager(this);
 
-    QtHttpGet http;
-    connect(&http, &QtHttpGet::result, this, &PostToAPI::onStatsSendResult);
-
-    if (!Connectivity::internetConnection()) {
+    if (!Connectivity::internetConnection(websiteUrl, manager)) {
         store();
         qDebug().noquote() << "Data" << QString::fromUtf8(data);
         finish();
         return;
     }
 
+    QtHttpGet http(manager);
+    connect(&http, &QtHttpGet::result, this, &PostToAPI::onStatsSendResult);
     http.post(url, data);
-    // This runs on the record's own worker thread: its loop holds up nothing else.
+    // This runs on a worker thread: its loop holds up nothing else.
     QEventLoop loop;
     connect(&http, &QtHttpGet::result, &loop, &QEventLoop::quit);
     loop.exec();

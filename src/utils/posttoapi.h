@@ -5,18 +5,20 @@
 #include <QObject>
 #include <QString>
 
+class QNetworkAccessManager;
 class QNetworkReply;
 
-// Posts one usage record from a worker thread of its own. A record that can't
-// be delivered, or that the service refuses, goes into the statistics store, or
-// comes back through `notStored` when the store can't take it.
-// `finished` comes exactly once per record, whatever happened.
+// Posts usage records, one at a time, on the worker thread it lives in. It
+// keeps one network manager for all its records, so their connections are
+// reused. A record that can't be delivered, or that the service refuses, goes
+// into the statistics store, or comes back through `notStored` when the store
+// can't take it. `finished` comes exactly once per record, whatever happened.
 class PostToAPI : public QObject {
     Q_OBJECT
     Q_DISABLE_COPY(PostToAPI)
 
 public:
-    PostToAPI(const QString& url, const QJsonObject& record, QObject* parent = nullptr);
+    explicit PostToAPI(QObject* parent = nullptr);
 
 signals:
     void postingSucceed();
@@ -24,13 +26,14 @@ signals:
     void finished();
 
 public slots:
-    void post();
-    void onStatsSendResult(QNetworkReply* reply);
+    void post(const QString& url, const QJsonObject& record);
 
 private:
+    void onStatsSendResult(QNetworkReply* reply);
     void store();
     void finish();
 
+    QNetworkAccessManager* manager = nullptr;
     QString url;
     QJsonObject record;
     QByteArray data;

@@ -16,11 +16,6 @@ namespace {
 
 constexpr int overdueInterval = 60000;
 
-// Each worker holds a thread, an event loop, sockets and a store connection;
-// past this many alive at once the records wait in memory, in order, and none
-// is dropped. A burst of a thousand clicks offline stays within the process's
-// file descriptors.
-constexpr int maxWorkers = 8;
 
 StatisticsSender* theSender = nullptr;
 
@@ -68,40 +63,57 @@ void StatisticsSender::post(const QString& url, const QJsonObject& record)
         store(url, record);
         return;
     }
-    if (workers.size() >= maxWorkers) {
-        waiting.enqueue(qMakePair(url, record));
+    for (Worker& worker : workers) {
+        if (!worker.busy) {
+            dispatch(worker, url, record);
+            return;
+        }
+    }
+    if (workers.size() < maxWorkers) {
+        dispatch(startWorker(), url, record);
         return;
     }
-    startWorker(url, record);
+    waiting.enqueue(qMakePair(url, record));
 }
 
-void StatisticsSender::startWorker(const QString& url, const QJsonObject& record)
+StatisticsSender::Worker& StatisticsSender::startWorker()
 {
-    auto* thread = new QThread;
-    auto* worker = new PostToAPI(url, record);
-    worker->moveToThread(thread);
+    Worker worker;
+    worker.thread = new QThread;
+    worker.thread->setObjectName(QStringLiteral("statistics"));
+    worker.poster = new PostToAPI;
+    worker.poster->moveToThread(worker.thread);
 
-    connect(thread, &QThread::started, worker, &PostToAPI::post);
-    connect(worker, &PostToAPI::postingSucceed, this, &StatisticsSender::emitPostingSucceed);
-    connect(worker, &PostToAPI::postingSucceed, this, &StatisticsSender::postOverdueStats);
-    connect(worker, &PostToAPI::notStored, this,
+    PostToAPI* poster = worker.poster;
+    connect(poster, &PostToAPI::postingSucceed, this, &StatisticsSender::emitPostingSucceed);
+    connect(poster, &PostToAPI::postingSucceed, this, &StatisticsSender::postOverdueStats);
+    connect(poster, &PostToAPI::notStored, this,
             [this](const QString& url, const QJsonObject& record) { unstored.enqueue(qMakePair(url, record)); });
-    connect(worker, &PostToAPI::finished, thread, &QThread::quit);
-    connect(worker, &PostToAPI::finished, worker, &QObject::deleteLater);
-    // The thread object lives here, so its end is handled in this thread.
-    connect(thread, &QThread::finished, thread, [this, thread] { workerEnded(thread); });
+    connect(poster, &PostToAPI::finished, this, [this, poster] { workerIdle(poster); });
 
-    workers.insert(thread);
-    thread->start(QThread::InheritPriority);
+    worker.thread->start(QThread::InheritPriority);
+    workers.append(worker);
+    return workers.last();
 }
 
-void StatisticsSender::workerEnded(QThread* thread)
+void StatisticsSender::dispatch(Worker& worker, const QString& url, const QJsonObject& record)
 {
-    workers.remove(thread);
-    delete thread;
-    while (!quitting && !waiting.isEmpty() && workers.size() < maxWorkers) {
-        const QPair<QString, QJsonObject> next = waiting.dequeue();
-        startWorker(next.first, next.second);
+    worker.busy = true;
+    PostToAPI* poster = worker.poster;
+    QMetaObject::invokeMethod(poster, [poster, url, record] { poster->post(url, record); }, Qt::QueuedConnection);
+}
+
+void StatisticsSender::workerIdle(PostToAPI* poster)
+{
+    for (Worker& worker : workers) {
+        if (worker.poster != poster)
+            continue;
+        worker.busy = false;
+        if (!quitting && !waiting.isEmpty()) {
+            const QPair<QString, QJsonObject> next = waiting.dequeue();
+            dispatch(worker, next.first, next.second);
+        }
+        return;
     }
 }
 
@@ -121,11 +133,13 @@ void StatisticsSender::endWorkers()
         const QPair<QString, QJsonObject> next = waiting.dequeue();
         store(next.first, next.second);
     }
-    for (QThread* thread : qAsConst(workers))
-        thread->quit();
-    for (QThread* thread : qAsConst(workers)) {
-        thread->wait();
-        delete thread;
+    for (const Worker& worker : qAsConst(workers))
+        worker.thread->quit();
+    for (const Worker& worker : qAsConst(workers)) {
+        worker.thread->wait();
+        // Its thread has ended: the poster and its network manager go from here.
+        delete worker.poster;
+        delete worker.thread;
     }
     workers.clear();
 }
