@@ -26,8 +26,11 @@
 #include <QListWidgetItem>
 #include <QMouseEvent>
 #include <QPushButton>
+#include <QTimer>
 #include <QUrl>
 #include <QVBoxLayout>
+
+#include <utility>
 
 namespace {
 const QString selectedNameStyle = QStringLiteral("color: #df512c;");
@@ -101,6 +104,13 @@ DrugBaseWidget::DrugBaseWidget(QWidget* parent)
     connect(ui->Drug_Info, &DrugInfoWidget::substitutesRequested, this, &DrugBaseWidget::substitutesRequested);
 
     ui->tabWidget->setCurrentIndex(0);
+    hiddenTabsTimer = new QTimer(this);
+    hiddenTabsTimer->setObjectName(QStringLiteral("hiddenTabsTimer"));
+    hiddenTabsTimer->setSingleShot(true);
+    // A frame's time: the scanned drug's page is drawn first.
+    hiddenTabsTimer->setInterval(16);
+    connect(hiddenTabsTimer, &QTimer::timeout, this, &DrugBaseWidget::fillHiddenTabs);
+    connect(ui->tabWidget, &QTabWidget::currentChanged, this, &DrugBaseWidget::onCurrentTabChanged);
     // The search in the descriptions stays out of the user's reach; its line is kept.
     ui->frame_4->hide();
     ui->widget->resize(700, ui->widget->height());
@@ -171,6 +181,8 @@ void DrugBaseWidget::onDrugViewModelSelectedDrugChanged(int previous)
     DrugViewModel* model = DrugViewModel::instance();
     const Drug* selected = model->selectedDrug();
     if (!selected) {
+        staleVid.clear();
+        staleGid.clear();
         setPanesVisible(false);
         return;
     }
@@ -180,14 +192,63 @@ void DrugBaseWidget::onDrugViewModelSelectedDrugChanged(int previous)
 
     setRowNameStyle(index, selectedNameStyle);
     setPanesVisible(true);
-    showDrug(vid);
+    // A scan shows the information tab: the tabs behind it are filled once the
+    // page is drawn, or at once when one of them is opened first. Only which
+    // of them there are, and the count of substitutes, shows now.
+    staleVid = vid;
+    staleGid = gid;
+    updateTabBar(vid);
 
     ui->selectedDrugs->setCurrentRow(index);
     ui->selectedDrugs->setFocus(Qt::OtherFocusReason);
 
     showTab(QStringLiteral("Informacje"));
-    fillDrugVersions(gid);
+    hiddenTabsTimer->start();
     StatisticsSender::sendClick(vid, QStringLiteral("Wyszukiwarka"), QStringLiteral("click_big_window"));
+}
+
+void DrugBaseWidget::updateTabBar(const QString& vid)
+{
+    const bool wasUpdating = tabBarUpdating;
+    tabBarUpdating = true;
+    const bool hasGif = !DrugDatabase::gifDecisions(vid).isEmpty();
+    const int gifTab = ui->tabWidget->indexOf(ui->GIF_tab);
+    if (!hasGif && gifTab >= 0)
+        ui->tabWidget->removeTab(gifTab);
+    else if (hasGif && gifTab < 0)
+        ui->tabWidget->addTab(ui->GIF_tab, gifTabText);
+
+    const int substitutes = DrugSubstituteViewModel::instance()->substitutes().size();
+    const int substitutesTab = ui->tabWidget->indexOf(ui->substitutesTab);
+    if (substitutes == 0) {
+        if (substitutesTab >= 0)
+            ui->tabWidget->removeTab(substitutesTab);
+    } else {
+        // A tab that an earlier drug lost comes back at the end.
+        if (substitutesTab < 0)
+            ui->tabWidget->addTab(ui->substitutesTab, substitutesTabText);
+        ui->tabWidget->setTabText(ui->tabWidget->indexOf(ui->substitutesTab),
+                                  substitutesTabText + QStringLiteral(" : ") + QString::number(substitutes));
+    }
+    tabBarUpdating = wasUpdating;
+}
+
+void DrugBaseWidget::fillHiddenTabs()
+{
+    hiddenTabsTimer->stop();
+    if (staleVid.isEmpty())
+        return;
+    // Taken first: the fills below switch tabs for their layout and come back here.
+    const QString vid = std::exchange(staleVid, QString());
+    const QString gid = std::exchange(staleGid, QString());
+    showDrug(vid);
+    fillDrugVersions(gid);
+}
+
+void DrugBaseWidget::onCurrentTabChanged(int index)
+{
+    if (!tabBarUpdating && ui->tabWidget->widget(index) != ui->Informacje_tab)
+        fillHiddenTabs();
 }
 
 void DrugBaseWidget::showDrug(const QString& vid)
@@ -206,9 +267,12 @@ int DrugBaseWidget::descriptionWidth(int currentIndex)
     // present size; until then the tab is shown for a moment and its posted
     // layout request taken at once.
     if (!descriptionsLaidOut || ui->Sekcje_opisowe_tab->size() != ui->tabWidget->currentWidget()->size()) {
+        const bool wasUpdating = tabBarUpdating;
+        tabBarUpdating = true;
         ui->tabWidget->setCurrentWidget(ui->Sekcje_opisowe_tab);
         QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
         ui->tabWidget->setCurrentIndex(currentIndex);
+        tabBarUpdating = wasUpdating;
         descriptionsLaidOut = isVisible();
     }
     return ui->descFrame->width();
@@ -261,6 +325,8 @@ void DrugBaseWidget::fillDescriptions(const QString& vid, int currentIndex)
 
 void DrugBaseWidget::fillWarnings(const QString& vid, int currentIndex)
 {
+    const bool wasUpdating = tabBarUpdating;
+    tabBarUpdating = true;
     const QList<DrugWarning> warnings = DrugDatabase::warningsOf(vid);
     qDeleteAll(ui->warnFrame->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly));
     qDeleteAll(ui->foodFrame->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly));
@@ -271,6 +337,7 @@ void DrugBaseWidget::fillWarnings(const QString& vid, int currentIndex)
     ui->tabWidget->setCurrentWidget(ui->warningsTab);
     QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
     ui->tabWidget->setCurrentIndex(currentIndex);
+    tabBarUpdating = wasUpdating;
 
     for (const DrugWarning& warning : warnings) {
         QFrame* column = warning.isFood ? ui->foodFrame : ui->warnFrame;
@@ -516,6 +583,7 @@ CollapsibleSection* DrugBaseWidget::findDrugSection(const QString& name) const
 
 bool DrugBaseWidget::hasDrugSection(const QString& name)
 {
+    fillHiddenTabs();
     qDebug() << "Drug section name" << name;
     if (ui->selectedDrugs->count() == 0)
         return false;

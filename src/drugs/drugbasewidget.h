@@ -12,6 +12,7 @@ class DescrTab;
 class PDFDownloader;
 class QFrame;
 class QPushButton;
+class QTimer;
 
 namespace Ui {
 class DrugBaseWidget;
@@ -72,6 +73,9 @@ private slots:
 private:
     void setPanesVisible(bool visible);
     void setRowNameStyle(int row, const QString& style);
+    void updateTabBar(const QString& vid);
+    void fillHiddenTabs();
+    void onCurrentTabChanged(int index);
     void showDrug(const QString& vid);
     int descriptionWidth(int currentIndex);
     void fillDescriptions(const QString& vid, int currentIndex);
@@ -90,6 +94,13 @@ private:
     QList<QFrame*> descLines;
     QList<DescrTab*> descTabs;
     bool descriptionsLaidOut = false;
+    // The drug whose descriptions, warnings, GIF decisions, substitutes and
+    // versions are still to be filled in, and the timer that fills them.
+    QString staleVid;
+    QString staleGid;
+    QTimer* hiddenTabsTimer = nullptr;
+    // Set while tabs are added, removed or switched for a layout.
+    bool tabBarUpdating = false;
     // The GIF documents being fetched, by file stem: one download per document
     // at a time, since two would write and delete the same files.
     QHash<QString, PDFDownloader*> gifDownloads;

@@ -15,6 +15,7 @@
 #include <QElapsedTimer>
 #include <QStandardPaths>
 #include <QTest>
+#include <QTimer>
 
 #ifdef Q_OS_UNIX
 #include <sys/resource.h>
@@ -132,6 +133,12 @@ bool limitFileSize(qint64 bytes)
 #else
     return bytes < 0;
 #endif
+}
+
+bool waitForHiddenTabs(QObject* root)
+{
+    auto* timer = root->findChild<QTimer*>(QStringLiteral("hiddenTabsTimer"));
+    return timer && QTest::qWaitFor([timer] { return !timer->isActive(); });
 }
 
 } // namespace TestSupport

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QObject>
 #include <QString>
 
 #include <functional>
@@ -31,6 +32,11 @@ std::unique_ptr<MainWindow> demoWindow(const QString& dir, Simulator& simulator)
 // any progress ends the wait. Returns whether `done` came to hold.
 bool waitWhileProgressing(const std::function<bool()>& done, const std::function<qint64()>& progress,
                           int stallMs = 30000);
+
+// Waits until the drug page under `root` has filled the tabs behind its
+// information tab, which it does a frame after the scanned drug is drawn.
+// Call it once the page has taken the drug (the event loop has turned).
+bool waitForHiddenTabs(QObject* root);
 
 // Limits the size of every file this process writes from now on, as a full
 // disk would: a write past `bytes` fails (EFBIG) instead of ending the process.

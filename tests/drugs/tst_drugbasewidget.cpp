@@ -9,6 +9,7 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
+#include <QTimer>
 #include <QSignalSpy>
 #include <QStandardPaths>
 #include <QTabWidget>
@@ -108,6 +109,29 @@ private slots:
         QCOMPARE(DrugViewModel::instance()->firstDrug()->vid, QStringLiteral("13"));
     }
 
+    // The tabs behind the information tab fill a frame after a scan; one
+    // opened before that shows its rows all the same.
+    void tabOpenedAtOnceIsFilled_data()
+    {
+        QTest::addColumn<QString>("tab");
+        QTest::addColumn<QString>("list");
+        QTest::addColumn<int>("rows");
+        QTest::newRow("versions") << "drugVersionTab" << "drugVersionsList" << 3;
+        QTest::newRow("substitutes") << "substitutesTab" << "substituteDrugsList" << 1;
+    }
+
+    void tabOpenedAtOnceIsFilled()
+    {
+        QFETCH(QString, tab);
+        QFETCH(QString, list);
+        QFETCH(int, rows);
+        DrugViewModel::instance()->addDrug(DrugDatabase::drugByVid(QStringLiteral("11")));
+        QTRY_COMPARE(selectedDrugs->count(), 1);
+        QVERIFY(page->findChild<QTimer*>(QStringLiteral("hiddenTabsTimer"))->isActive());
+        tabs->setCurrentWidget(page->findChild<QWidget*>(tab));
+        QCOMPARE(this->list(qPrintable(list))->count(), rows);
+    }
+
     void showTab_data()
     {
         QTest::addColumn<QString>("name");
@@ -160,6 +184,8 @@ private:
         }
         const bool came = QTest::qWaitFor([&] { return selectedDrugs->count() == rows + 1; });
         QCoreApplication::processEvents();
+        if (!TestSupport::waitForHiddenTabs(page.get()))
+            return false;
         return came;
     }
     QListWidget* list(const char* name) const { return page->findChild<QListWidget*>(QLatin1String(name)); }

@@ -137,6 +137,7 @@ private:
         // The page rebuilds its tabs on the next turn of the event loop.
         QCoreApplication::processEvents();
         QCoreApplication::processEvents();
+        QVERIFY(TestSupport::waitForHiddenTabs(page.get()));
     }
     QList<CollapsibleSection*> sections(const char* frame) const
     {

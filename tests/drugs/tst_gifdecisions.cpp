@@ -176,6 +176,7 @@ private:
     {
         DrugViewModel::instance()->addDrug(DrugDatabase::drugByVid(vid));
         QCoreApplication::processEvents(); // the page rebuilds on the model's queued signals
+        QVERIFY(TestSupport::waitForHiddenTabs(window.get()));
     }
     ImageViewer* viewer() const
     {
