@@ -8,6 +8,8 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QFutureWatcher>
+#include <QImage>
 #include <QJsonObject>
 #include <QNetworkAccessManager>
 #include <QPixmap>
@@ -15,6 +17,7 @@
 #include <QRegularExpression>
 #include <QStandardPaths>
 #include <QTimer>
+#include <QtConcurrent>
 
 #include <utility>
 
@@ -83,8 +86,8 @@ void PDFDownloader::download(const QString& url, const QString& fileName, const 
 {
     if (step != Step::Idle) {
         // The new request supersedes the running one, which ends without a
-        // signal; a document only being checked is whole and stays.
-        const bool checking = step == Step::Checking;
+        // signal; a document only being checked or read is whole and stays.
+        const bool checking = step == Step::Checking || step == Step::Loading;
         stopRun();
         if (!checking)
             removeFiles();
@@ -94,6 +97,8 @@ void PDFDownloader::download(const QString& url, const QString& fileName, const 
     this->fileName = fileName;
     this->extension = extension;
     pages = 0;
+    firstPage = QPixmap();
+    ++run;
     qDebug().noquote() << tempPath;
 
     const int found = countPageFiles();
@@ -107,7 +112,8 @@ void PDFDownloader::cancel()
 {
     if (step == Step::Idle)
         return;
-    const bool checking = step == Step::Checking;
+    // A document being checked or read is whole, and stays.
+    const bool checking = step == Step::Checking || step == Step::Loading;
     stopRun();
     if (!checking)
         removeFiles();
@@ -124,12 +130,37 @@ QPixmap PDFDownloader::page(int index) const
 {
     if (index < 0 || (pages > 0 && index >= pages))
         return QPixmap();
+    if (index == 0 && !firstPage.isNull())
+        return firstPage;
+    return QPixmap(pagePath(index));
+}
+
+QString PDFDownloader::pagePath(int index) const
+{
     if (pages < 2)
-        return QPixmap(tempPath + fileName + QStringLiteral(".png"));
+        return tempPath + fileName + QStringLiteral(".png");
     const int digits = QString::number(pages).size();
-    return QPixmap(tempPath + fileName + QLatin1Char('-')
-                   + QStringLiteral("%1").arg(index + 1, digits, 10, QLatin1Char('0'))
-                   + QStringLiteral(".png"));
+    return tempPath + fileName + QLatin1Char('-') + QStringLiteral("%1").arg(index + 1, digits, 10, QLatin1Char('0'))
+           + QStringLiteral(".png");
+}
+
+// A page is a large PNG: decoded on the GUI thread it took a frame from
+// whatever the window was drawing then, a scan's page most often.
+void PDFDownloader::loadFirstPage()
+{
+    step = Step::Loading;
+    const int thisRun = run;
+    auto* watcher = new QFutureWatcher<QImage>(this);
+    connect(watcher, &QFutureWatcherBase::finished, this, [this, watcher, thisRun] {
+        watcher->deleteLater();
+        if (thisRun != run || step != Step::Loading)
+            return;
+        firstPage = QPixmap::fromImage(watcher->result());
+        step = Step::Idle;
+        emit fileReady();
+    });
+    const QString path = pagePath(0);
+    watcher->setFuture(QtConcurrent::run([path] { return QImage(path); }));
 }
 
 int PDFDownloader::pageCount() const
@@ -234,8 +265,7 @@ void PDFDownloader::onConvertProcess_finished(int exitCode, QProcess::ExitStatus
         fail();
         return;
     }
-    step = Step::Idle;
-    emit fileReady();
+    loadFirstPage();
 }
 
 void PDFDownloader::onInfoProcess_error(QProcess::ProcessError error)
@@ -294,9 +324,8 @@ void PDFDownloader::endCheck(bool converted)
 {
     if (converted) {
         pages = foundPages;
-        step = Step::Idle;
         qDebug().noquote() << "D/PDFDownloader::download | File is already converted";
-        emit fileReady();
+        loadFirstPage();
         return;
     }
     // Pages deleted by hand, or a PDF that is gone or broken: fetched anew.
@@ -431,6 +460,7 @@ void PDFDownloader::retire(QProcess*& process)
 
 void PDFDownloader::stopRun()
 {
+    ++run;
     resetHttp();
     retire(infoProcess);
     retire(convertProcess);

@@ -4,6 +4,7 @@
 #include "qthttpget.h"
 
 #include <QObject>
+#include <QPixmap>
 #include <QProcess>
 #include <QString>
 
@@ -54,7 +55,7 @@ private slots:
     void onConvertProcess_error(QProcess::ProcessError error);
 
 private:
-    enum class Step { Idle, Checking, Downloading, Counting, Converting };
+    enum class Step { Idle, Checking, Downloading, Counting, Converting, Loading };
 
     int countPageFiles() const;
     void checkConversion(int found);
@@ -71,6 +72,9 @@ private:
     // Stops listening to `process`, ends it without waiting and clears the member.
     void retire(QProcess*& process);
     void stopRun();
+    // Reads the first page on a worker thread, then tells the document is ready.
+    void loadFirstPage();
+    QString pagePath(int index) const;
     void resetHttp();
     void fail();
 
@@ -90,4 +94,8 @@ private:
     QProcess* convertProcess = nullptr;
     QProcess* infoProcess = nullptr;
     Step step = Step::Idle;
+    // The first page, read before fileReady; the others are read when shown.
+    QPixmap firstPage;
+    // Counts the runs, so that a page read for a run since superseded is dropped.
+    int run = 0;
 };
