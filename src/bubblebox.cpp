@@ -49,7 +49,11 @@ BubbleBox::~BubbleBox()
 
 void BubbleBox::display(const Drug& drug)
 {
-    remove();
+    // A box still up from the last scan takes the new drug where it stands:
+    // hiding and showing a window again costs more than the rest of the scan.
+    const bool shown = isVisible();
+    if (!shown)
+        remove();
     ui->drug_name->setText(drug.name);
     ui->Indication->setText(drug.status);
 
@@ -80,7 +84,27 @@ void BubbleBox::display(const Drug& drug)
         list->addItem(item);
         list->setItemWidget(item, row);
     }
-    display();
+    if (shown)
+        refresh();
+    else
+        display();
+}
+
+void BubbleBox::refresh()
+{
+    timer->start(lifetimeMs);
+    QListWidget* list = ui->listWidget_2;
+    const QScreen* screen = QGuiApplication::primaryScreen();
+    if (!screen) {
+        remove();
+        return;
+    }
+    const int rows = list->count();
+    const QRect area = ScreenLayout::notificationBoxGeometry(screen->availableGeometry(), rows, gifBubbles);
+    const bool cut = area.height() < ScreenLayout::boxHeaderHeight + ScreenLayout::boxRowHeight * rows;
+    list->setVerticalScrollBarPolicy(cut ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);
+    setGeometry(area);
+    fitDrugName();
 }
 
 void BubbleBox::display()

@@ -30,6 +30,8 @@ signals:
 public slots:
     void remove();
     void display();
+    // Fits a box already shown to the rows of the drug it now shows.
+    void refresh();
     void clear();
 
 protected:

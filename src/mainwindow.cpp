@@ -481,11 +481,11 @@ void MainWindow::connectInputs()
 void MainWindow::onNewReading(const QString& ean)
 {
     qDebug() << "New ean" << ean;
-    bubbleBox->remove();
     AdvertProvider::instance()->changeAd();
     const Drug drug = DrugDatabase::drugByEan(ean);
     if (drug.gid.isEmpty()) {
         qDebug() << ean << " not found";
+        bubbleBox->remove();
         return;
     }
     DrugViewModel::instance()->addDrug(drug);

@@ -59,6 +59,8 @@ private slots:
         QTRY_VERIFY(window->findChild<QWidget*>(QStringLiteral("Drug_Info"))->isVisible());
         tabs = window->findChild<QTabWidget*>(QStringLiteral("tabWidget"));
         QTRY_COMPARE(tabs->count(), tabsOfFullestDrug);
+        // Measured once the page has also filled the tabs behind the first.
+        QVERIFY(TestSupport::waitForHiddenTabs(window.get()));
     }
 
     void leftColumnFollowsTheWindowWidth()
