@@ -151,23 +151,30 @@ void DrugInfoWidget::onDrugViewModelSelectedDrugChanged(int)
     if (ui->label_7->text().isEmpty())
         ui->label_7->setText(noIndications);
 
-    QLayout* refunds = ui->refundPriceList->layout();
-    while (QLayoutItem* item = refunds->takeAt(0)) {
-        delete item->widget();
-        delete item;
-    }
-
     ui->fullPriceFrame->show();
     ui->line->show();
 
     // The last "100%" row is the full price; a drug without one leaves the
-    // previous drug's full price standing.
+    // previous drug's full price standing. The refund rows of the drug before
+    // take the new levels, and the rows left over go: building a row's form
+    // anew at every scan cost more than the rest of the tab.
+    QLayout* refunds = ui->refundPriceList->layout();
+    int used = 0;
     for (const DrugPrice& row : drug->priceList) {
         qDebug() << row.level.name;
-        if (row.level.name == fullPriceLevel)
+        if (row.level.name == fullPriceLevel) {
             ui->fullPriceItem->setData(row);
-        else
+        } else if (used < refunds->count()) {
+            static_cast<PriceItem*>(refunds->itemAt(used++)->widget())->setData(row);
+        } else {
             refunds->addWidget(new PriceItem(row, nullptr));
+            ++used;
+        }
+    }
+    while (refunds->count() > used) {
+        QLayoutItem* item = refunds->takeAt(refunds->count() - 1);
+        delete item->widget();
+        delete item;
     }
 
     if (DrugDatabase::leafletPath(drug->vid).isEmpty())
