@@ -48,6 +48,7 @@ constexpr int messageTime = 10000;
 // A file this small can't hold a drug database: the page stays off until an update brings one.
 constexpr qint64 smallestDatabase = 1025;
 constexpr int fourHours = 14400000;
+constexpr int oneFrameMs = 16;
 
 void removeFilesIn(const QString& path)
 {
@@ -481,7 +482,8 @@ void MainWindow::connectInputs()
 void MainWindow::onNewReading(const QString& ean)
 {
     qDebug() << "New ean" << ean;
-    AdvertProvider::instance()->changeAd();
+    // The next banner comes once the scanned drug's page is drawn.
+    QTimer::singleShot(oneFrameMs, AdvertProvider::instance(), &AdvertProvider::changeAd);
     const Drug drug = DrugDatabase::drugByEan(ean);
     if (drug.gid.isEmpty()) {
         qDebug() << ean << " not found";

@@ -37,6 +37,10 @@ const QString selectedNameStyle = QStringLiteral("color: #df512c;");
 const QString restingNameStyle = QStringLiteral("color: #082e56;");
 const QString substitutesTabText = QStringLiteral("Zamienniki");
 constexpr int sectionAnimationMs = 300;
+// The tabs behind the information tab are filled this long after it is painted,
+// or after this long when it isn't.
+constexpr int oneFrameMs = 16;
+constexpr int unpaintedFillMs = 250;
 const QString warningTextStyle =
     QStringLiteral("QLabel#warningText {border: 0px solid transparent; background-color: white; color: #737373;}\n");
 const QString gifTabText = QStringLiteral("Decyzje GIF");
@@ -107,8 +111,7 @@ DrugBaseWidget::DrugBaseWidget(QWidget* parent)
     hiddenTabsTimer = new QTimer(this);
     hiddenTabsTimer->setObjectName(QStringLiteral("hiddenTabsTimer"));
     hiddenTabsTimer->setSingleShot(true);
-    // A frame's time: the scanned drug's page is drawn first.
-    hiddenTabsTimer->setInterval(16);
+    ui->Drug_Info->installEventFilter(this);
     connect(hiddenTabsTimer, &QTimer::timeout, this, &DrugBaseWidget::fillHiddenTabs);
     connect(ui->tabWidget, &QTabWidget::currentChanged, this, &DrugBaseWidget::onCurrentTabChanged);
     // The search in the descriptions stays out of the user's reach; its line is kept.
@@ -203,7 +206,9 @@ void DrugBaseWidget::onDrugViewModelSelectedDrugChanged(int previous)
     ui->selectedDrugs->setFocus(Qt::OtherFocusReason);
 
     showTab(QStringLiteral("Informacje"));
-    hiddenTabsTimer->start();
+    // Started again, a frame long, when the information tab is painted; this
+    // is for a page that isn't painted (a window in the tray).
+    hiddenTabsTimer->start(unpaintedFillMs);
     StatisticsSender::sendClick(vid, QStringLiteral("Wyszukiwarka"), QStringLiteral("click_big_window"));
 }
 
@@ -549,6 +554,11 @@ void DrugBaseWidget::changeAd(AdvertType advertType)
 
 bool DrugBaseWidget::eventFilter(QObject* object, QEvent* event)
 {
+    // The scanned drug's information is being drawn: the hidden tabs follow a
+    // frame later, so that they never hold that drawing up.
+    if (object == ui->Drug_Info && event->type() == QEvent::Paint && !staleVid.isEmpty()
+        && hiddenTabsTimer->remainingTime() > oneFrameMs)
+        hiddenTabsTimer->start(oneFrameMs);
     if (object == ui->advert && event->type() == QEvent::MouseButtonPress
         && AdvertBanner::handlePress(ui->advert, static_cast<QMouseEvent*>(event)))
         return true;
