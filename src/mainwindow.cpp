@@ -139,8 +139,9 @@ MainWindow::~MainWindow()
 {
     if (mainWindowInstance == this)
         mainWindowInstance = nullptr;
-    // The box has no parent; it goes with the window, at the end of the process.
+    // The box and the bubbles have no parent; they go with the window, at the end of the process.
     delete bubbleBox;
+    qDeleteAll(gifBubbles);
     delete ui;
 }
 
@@ -488,6 +489,7 @@ void MainWindow::onNewReading(const QString& ean)
     if (drug.gid.isEmpty()) {
         qDebug() << ean << " not found";
         bubbleBox->remove();
+        hideGifBubbles();
         return;
     }
     DrugViewModel::instance()->addDrug(drug);
@@ -495,25 +497,39 @@ void MainWindow::onNewReading(const QString& ean)
     showDrugPage();
     ui->drugBase->showTab(QStringLiteral("Informacje"));
 
-    // One bubble per GIF decision, the newest on top; they are tied together,
-    // so that a click on one closes them all, as do Escape and the next scan.
-    const QList<GifDecision> decisions = DrugDatabase::gifDecisions(drug.vid);
-    QList<GifBubble*> bubbles;
-    for (int i = 0; i < decisions.size(); ++i) {
-        const GifDecision& decision = decisions.at(i);
+    showGifBubbles(drug.vid);
+    StatisticsSender::sendScan(ean, drug.vid);
+}
+
+// One bubble per GIF decision, the newest on top. The bubbles are kept and
+// shown again for the next drug: a new window at every scan cost more than
+// the rest of the scan. A click on one closes them all, as do Escape and a
+// scan of a drug without decisions.
+void MainWindow::showGifBubbles(const QString& vid)
+{
+    const QList<GifDecision> decisions = DrugDatabase::gifDecisions(vid);
+    while (gifBubbles.size() < decisions.size()) {
         auto* bubble = new GifBubble(nullptr);
-        bubble->Show(decision.path, decision.path, decision.date, decision.descr, decisions.size() - i, drug.vid);
         connect(bubble, &GifBubble::gifClicked, ui->drugBase, &DrugBaseWidget::onGifClicked);
         connect(bubble, &GifBubble::gifClicked, bubbleBox, &BubbleBox::remove);
+        connect(bubble, &GifBubble::gifClicked, this, &MainWindow::hideGifBubbles);
         connect(KeyboardReader::instance(), &KeyboardReader::escape, bubble, &GifBubble::Hide);
-        connect(KeyboardReader::instance(), &KeyboardReader::newReading, bubble, &GifBubble::Hide);
-        bubbles << bubble;
+        gifBubbles << bubble;
     }
-    for (GifBubble* clicked : bubbles) {
-        for (GifBubble* other : bubbles)
-            connect(clicked, &GifBubble::gifClicked, other, &GifBubble::Hide);
+    for (int i = 0; i < gifBubbles.size(); ++i) {
+        if (i >= decisions.size()) {
+            gifBubbles.at(i)->Hide();
+            continue;
+        }
+        const GifDecision& decision = decisions.at(i);
+        gifBubbles.at(i)->Show(decision.path, decision.path, decision.date, decision.descr, decisions.size() - i, vid);
     }
-    StatisticsSender::sendScan(ean, drug.vid);
+}
+
+void MainWindow::hideGifBubbles()
+{
+    for (GifBubble* bubble : qAsConst(gifBubbles))
+        bubble->Hide();
 }
 
 void MainWindow::display()

@@ -11,6 +11,7 @@
 
 class BubbleBox;
 class ConnectionProbe;
+class GifBubble;
 class QAbstractButton;
 class QMessageBox;
 class RODOInfo;
@@ -80,6 +81,8 @@ private:
     // pass whether online or not, and never again.
     void connectInputs();
     void downloadDatabase();
+    void showGifBubbles(const QString& vid);
+    void hideGifBubbles();
     void setAlertStyle(bool alert);
     void bringForward();
     void setAlertStyleFor(int milliseconds);
@@ -103,4 +106,5 @@ private:
     bool programChecked = false;
     bool sessionEnding = false;
     bool quitQuestionOpen = false;
+    QList<GifBubble*> gifBubbles;
 };

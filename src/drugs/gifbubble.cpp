@@ -98,9 +98,9 @@ void GifBubble::Show(const QString& name, const QString& pdfPath, const QString&
 
 void GifBubble::Hide()
 {
+    // Kept for the next drug's decisions.
     timer->stop();
     hide();
-    deleteLater();
 }
 
 void GifBubble::enterEvent(QEvent* event)

@@ -194,6 +194,8 @@ private:
         const int before = DrugViewModel::instance()->drugCount();
         emit KeyboardReader::instance()->newReading(ean);
         QTest::qWait(100);
+        if (window && !TestSupport::waitForHiddenTabs(window.get()))
+            return -1;
         return DrugViewModel::instance()->drugCount() - before;
     }
 
