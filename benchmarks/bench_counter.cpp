@@ -18,6 +18,7 @@
 // Prints a table and writes a JSON file (bench_counter.json by default).
 
 #include "appdir.h"
+#include "applicationsetup.h"
 #include "db/drugdatabase.h"
 #include "drugs/drugviewmodel.h"
 #include "drugs/searchlookup.h"
@@ -175,6 +176,9 @@ private:
 int startProbe(int argc, char* argv[])
 {
     const bool minimal = qstrcmp(argv[2], "minimal") == 0;
+    // The program's own settings; the minimal window keeps Qt's.
+    if (!minimal)
+        ApplicationSetup::beforeApplication();
     QApplication app(argc, argv);
     qInstallMessageHandler(dropDebugLines);
     QStandardPaths::setTestModeEnabled(true);

@@ -23,7 +23,7 @@ import re
 import sys
 
 FLOORS = [
-    ("helpers", ["appdir.*", "urls.h", "settingskeys.h", "loghandler.*", "versionnumber.*", "screenlayout.*",
+    ("helpers", ["appdir.*", "applicationsetup.*", "urls.h", "settingskeys.h", "loghandler.*", "versionnumber.*", "screenlayout.*",
                  "sharppixmap.*",
                  "buildconfig.h*"]),
     ("db", ["db/*"]),

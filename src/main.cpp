@@ -1,4 +1,5 @@
 #include "appdir.h"
+#include "applicationsetup.h"
 #include "loghandler.h"
 #include "mainwindow.h"
 #include "sharppixmap.h"
@@ -73,9 +74,7 @@ Listening listenForLaterStarts(QLocalServer& server)
 
 int main(int argc, char* argv[])
 {
-    QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling, true);
-    // Icons take their pictures drawn at twice the size on scaled screens.
-    QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps, true);
+    ApplicationSetup::beforeApplication();
     QApplication app(argc, argv);
 
     // Where the base, the log and the rest live is settled before the first
