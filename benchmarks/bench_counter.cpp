@@ -387,7 +387,7 @@ void Bench::keystrokes(const QString& label)
         const auto& samples = byKind[kind.name];
         rows.append({QStringLiteral("keystroke %1 (%2)").arg(kind.name, label), samples[0], samples[2],
                      QStringLiteral("bare SQLite"),
-                     market ? QStringLiteral("<= 8 median, <= 16 p95") : QStringLiteral("<= 16 p95")});
+                     QStringLiteral("<= 5 median, <= 10 p95")});
         rows.append({QStringLiteral("search in db layer %1 (%2)").arg(kind.name, label), samples[1], samples[2],
                      QStringLiteral("bare SQLite"), market ? QStringLiteral("<= 1") : QStringLiteral("<= 5")});
     }
