@@ -66,16 +66,19 @@ void BubbleBox::display(const Drug& drug)
     QListWidget* list = ui->listWidget_2;
     list->clearSelection();
     list->setCurrentRow(-1);
-    // The rows of the last drug take the new sections: building and styling
-    // eighteen rows anew at every scan was most of the box's time.
-    while (list->count() > sections.size())
-        delete list->takeItem(list->count() - 1);
-    for (int i = 0; i < sections.size(); ++i) {
+    // The rows of the last drug take the new sections, and rows left over
+    // are hidden for a later drug with more: building and styling rows anew at
+    // every scan was most of the box's time.
+    shownRows = sections.size();
+    for (int i = shownRows; i < list->count(); ++i)
+        list->setRowHidden(i, true);
+    for (int i = 0; i < shownRows; ++i) {
         const QString caption = sections.at(i).caption;
         const QString chord = dispatcher->loadedSequenceFor(caption).toString(QKeySequence::PortableText);
         if (i < list->count()) {
             if (auto* row = qobject_cast<BubbleboxListItem*>(list->itemWidget(list->item(i))))
                 row->setSection(caption, chord);
+            list->setRowHidden(i, false);
             continue;
         }
         auto* row = new BubbleboxListItem(caption, chord, nullptr);
@@ -99,7 +102,7 @@ void BubbleBox::refresh()
         remove();
         return;
     }
-    const int rows = list->count();
+    const int rows = shownRows;
     const QRect area = ScreenLayout::notificationBoxGeometry(screen->availableGeometry(), rows, gifBubbles);
     const bool cut = area.height() < ScreenLayout::boxHeaderHeight + ScreenLayout::boxRowHeight * rows;
     list->setVerticalScrollBarPolicy(cut ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);
@@ -121,7 +124,7 @@ void BubbleBox::display()
     adjustSize();
     // As high as its rows while they fit above the GIF bubbles; on a small
     // screen the box stops there and its list scrolls.
-    const int rows = list->count();
+    const int rows = shownRows;
     const QRect area = ScreenLayout::notificationBoxGeometry(
         QGuiApplication::primaryScreen()->availableGeometry(), rows, gifBubbles);
     const bool cut = area.height() < ScreenLayout::boxHeaderHeight + ScreenLayout::boxRowHeight * rows;
@@ -165,6 +168,7 @@ void BubbleBox::clear()
     ui->drug_name->clear();
     ui->Indication->clear();
     ui->listWidget_2->clear();
+    shownRows = 0;
 }
 
 void BubbleBox::remove()

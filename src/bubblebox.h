@@ -52,4 +52,6 @@ private:
     QTimer* timer = nullptr;
     // GIF bubbles of the drug shown, which take the screen's corner below the box.
     int gifBubbles = 0;
+    // The rows of the drug shown; those past them are hidden, kept for a later drug.
+    int shownRows = 0;
 };
