@@ -65,6 +65,13 @@ private:
 
 namespace {
 
+#ifdef QUILLARD_SANITIZED_BUILD
+// Sanitized code builds a page's form several times slower, in the flow's first turn.
+constexpr int longestGapMs = 1000;
+#else
+constexpr int longestGapMs = 250;
+#endif
+
 // A flow started against the simulator; `outcome` is empty while it runs.
 struct Flow {
     std::vector<std::shared_ptr<QObject>> parts;
@@ -386,7 +393,7 @@ void tst_EndpointFaults::flowEndsOnItsFailurePath()
         QTRY_VERIFY_WITH_TIMEOUT(!flow.outcome.isEmpty(), 10000);
     }
     const qint64 ms = elapsed.elapsed();
-    QVERIFY2(watchdog.longestGapMs() <= 250, qPrintable(QString::number(watchdog.longestGapMs())));
+    QVERIFY2(watchdog.longestGapMs() <= longestGapMs, qPrintable(QString::number(watchdog.longestGapMs())));
     QVERIFY(!simulator.records(key).isEmpty());
     qInfo("| %s | %s | %s | %lld |", QTest::currentDataTag(), qPrintable(fault), qPrintable(flow.outcome), ms);
     flow.parts.clear();

@@ -5,6 +5,7 @@
 #include "mainwindow.h"
 #include "simulator.h"
 
+#include <QCoreApplication>
 #include <QDebug>
 #include <QDir>
 #include <QFile>
@@ -138,6 +139,9 @@ bool limitFileSize(qint64 bytes)
 bool waitForHiddenTabs(QObject* root)
 {
     auto* timer = root->findChild<QTimer*>(QStringLiteral("hiddenTabsTimer"));
+    // The page takes a scanned drug on queued signals: they are delivered
+    // first, on a slow build too, so that the timer is running if it will.
+    QCoreApplication::sendPostedEvents();
     return timer && QTest::qWaitFor([timer] { return !timer->isActive(); });
 }
 

@@ -35,7 +35,7 @@ bool waitWhileProgressing(const std::function<bool()>& done, const std::function
 
 // Waits until the drug page under `root` has filled the tabs behind its
 // information tab, which it does a frame after the scanned drug is drawn.
-// Call it once the page has taken the drug (the event loop has turned).
+// The queued signals of a scan are delivered first.
 bool waitForHiddenTabs(QObject* root);
 
 // Limits the size of every file this process writes from now on, as a full
