@@ -95,19 +95,24 @@ void BubbleBox::display(const Drug& drug)
 
 void BubbleBox::refresh()
 {
-    timer->start(lifetimeMs);
-    QListWidget* list = ui->listWidget_2;
-    const QScreen* screen = QGuiApplication::primaryScreen();
-    if (!screen) {
+    if (!QGuiApplication::primaryScreen()) {
         remove();
         return;
     }
-    const int rows = shownRows;
-    const QRect area = ScreenLayout::notificationBoxGeometry(screen->availableGeometry(), rows, gifBubbles);
-    const bool cut = area.height() < ScreenLayout::boxHeaderHeight + ScreenLayout::boxRowHeight * rows;
-    list->setVerticalScrollBarPolicy(cut ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);
-    setGeometry(area);
+    timer->start(lifetimeMs);
+    fitToRows();
     fitDrugName();
+}
+
+// As high as its rows while they fit above the GIF bubbles; on a small
+// screen the box stops there and its list scrolls.
+void BubbleBox::fitToRows()
+{
+    const QRect area = ScreenLayout::notificationBoxGeometry(QGuiApplication::primaryScreen()->availableGeometry(),
+                                                             shownRows, gifBubbles);
+    const bool cut = area.height() < ScreenLayout::boxHeaderHeight + ScreenLayout::boxRowHeight * shownRows;
+    ui->listWidget_2->setVerticalScrollBarPolicy(cut ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);
+    setGeometry(area);
 }
 
 void BubbleBox::display()
@@ -119,17 +124,9 @@ void BubbleBox::display()
         return;
     }
     timer->start(lifetimeMs);
-    QListWidget* list = ui->listWidget_2;
-    list->show();
+    ui->listWidget_2->show();
     adjustSize();
-    // As high as its rows while they fit above the GIF bubbles; on a small
-    // screen the box stops there and its list scrolls.
-    const int rows = shownRows;
-    const QRect area = ScreenLayout::notificationBoxGeometry(
-        QGuiApplication::primaryScreen()->availableGeometry(), rows, gifBubbles);
-    const bool cut = area.height() < ScreenLayout::boxHeaderHeight + ScreenLayout::boxRowHeight * rows;
-    list->setVerticalScrollBarPolicy(cut ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);
-    setGeometry(area);
+    fitToRows();
     // Laid out unseen first, so that the box never shows half-built.
     ui->frame->setAttribute(Qt::WA_DontShowOnScreen, true);
     ui->frame->show();

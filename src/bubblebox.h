@@ -47,6 +47,7 @@ private:
     // the system has no screen.
     bool placeOnScreen();
     void fitDrugName();
+    void fitToRows();
 
     Ui::BubbleBox* ui = nullptr;
     QTimer* timer = nullptr;
