@@ -18,6 +18,7 @@
 #include <QDebug>
 #include <QDesktopServices>
 #include <QDir>
+#include <QFileInfo>
 #include <QFileDialog>
 #include <QImage>
 #include <QImageReader>
@@ -132,10 +133,12 @@ void DrugInfoWidget::onDrugViewModelSelectedDrugChanged(int)
     ui->Box->setText(drug->box);
 
     ui->DrugImage->clear();
-    const QStringList cached = QDir(AppDir::cacheDir()).entryList({ QStringLiteral("*.png") }, QDir::Files);
+    // One look at the drug's own file: listing the cache, which grows by a
+    // picture for every drug ever shown, cost more with every day of use.
     QPixmap picture;
-    if (cached.contains(drug->gid + QStringLiteral(".png")))
-        picture.load(cachedPicturePath(drug->gid));
+    const QFileInfo cached(cachedPicturePath(drug->gid));
+    if (cached.isFile())
+        picture.load(cached.filePath());
     // A cached file that doesn't load is fetched again, as if it weren't there.
     if (!picture.isNull()) {
         showPicture(picture);
