@@ -112,7 +112,10 @@ DrugBaseWidget::DrugBaseWidget(QWidget* parent)
     hiddenTabsTimer->setObjectName(QStringLiteral("hiddenTabsTimer"));
     hiddenTabsTimer->setSingleShot(true);
     ui->Drug_Info->installEventFilter(this);
-    connect(hiddenTabsTimer, &QTimer::timeout, this, &DrugBaseWidget::fillHiddenTabs);
+    connect(hiddenTabsTimer, &QTimer::timeout, this, [this] {
+        fillHiddenTabs();
+        prepareSpareRow();
+    });
     connect(ui->tabWidget, &QTabWidget::currentChanged, this, &DrugBaseWidget::onCurrentTabChanged);
     // The search in the descriptions stays out of the user's reach; its line is kept.
     ui->frame_4->hide();
@@ -157,7 +160,7 @@ void DrugBaseWidget::onDrugViewModelDrugAdded()
     const DrugViewModel* model = DrugViewModel::instance();
     const int missing = model->drugCount() - ui->selectedDrugs->count();
     for (int index = missing - 1; index >= 0; --index) {
-        auto* row = new SearchListItem(*model->drugAt(index), nullptr);
+        SearchListItem* row = takeSpareRow(*model->drugAt(index));
         auto* item = new QListWidgetItem;
         item->setData(Qt::SizeHintRole, row->size());
         ui->selectedDrugs->insertItem(0, item);
@@ -165,6 +168,27 @@ void DrugBaseWidget::onDrugViewModelDrugAdded()
     }
     if (missing > 0)
         ui->lookForDrugsImage->hide();
+}
+
+// A new row's widgets and their style sheets took a tenth of a scan: the row
+// for the next scan is made after the page is drawn, already in the list's
+// viewport and styled, and only takes its drug's texts at the scan.
+void DrugBaseWidget::prepareSpareRow()
+{
+    if (spareRow)
+        return;
+    spareRow = new SearchListItem(Drug(), ui->selectedDrugs->viewport());
+    spareRow->hide();
+    spareRow->ensurePolished();
+}
+
+SearchListItem* DrugBaseWidget::takeSpareRow(const Drug& drug)
+{
+    SearchListItem* row = std::exchange(spareRow, nullptr);
+    if (!row)
+        return new SearchListItem(drug, nullptr);
+    row->setDrug(drug);
+    return row;
 }
 
 void DrugBaseWidget::onDrugViewModelDrugListCleared()

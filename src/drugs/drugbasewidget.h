@@ -8,11 +8,13 @@
 #include <QWidget>
 
 class CollapsibleSection;
+struct Drug;
 class DescrTab;
 class PDFDownloader;
 class QFrame;
 class QPushButton;
 class QTimer;
+class SearchListItem;
 
 namespace Ui {
 class DrugBaseWidget;
@@ -75,6 +77,9 @@ private:
     void setRowNameStyle(int row, const QString& style);
     void updateTabBar(const QString& vid);
     void fillHiddenTabs();
+    // The next scan's row of the selected drugs, made and styled while idle.
+    void prepareSpareRow();
+    SearchListItem* takeSpareRow(const Drug& drug);
     void onCurrentTabChanged(int index);
     void showDrug(const QString& vid);
     int descriptionWidth(int currentIndex);
@@ -99,6 +104,7 @@ private:
     QString staleVid;
     QString staleGid;
     QTimer* hiddenTabsTimer = nullptr;
+    SearchListItem* spareRow = nullptr;
     // Set while tabs are added, removed or switched for a layout.
     bool tabBarUpdating = false;
     // The GIF documents being fetched, by file stem: one download per document

@@ -9,12 +9,7 @@ SearchListItem::SearchListItem(const Drug& drug, QWidget* parent)
     , drug(drug)
 {
     ui->setupUi(this);
-    ui->labelName->setText(drug.name);
-    ui->labelStatus->setText(drug.status);
-    ui->labelInn->setText(drug.inn);
-    ui->labelForm->setText(drug.kind);
-    ui->labelDose->setText(SearchLookupItem::doseText(drug));
-    ui->labelBox->setText(SearchLookupItem::boxText(drug));
+    setDrug(drug);
 
     connect(ui->checkBox, &QCheckBox::stateChanged, this, &SearchListItem::onChecked);
     ui->checkBox->hide();
@@ -23,6 +18,17 @@ SearchListItem::SearchListItem(const Drug& drug, QWidget* parent)
 SearchListItem::~SearchListItem()
 {
     delete ui;
+}
+
+void SearchListItem::setDrug(const Drug& shown)
+{
+    drug = shown;
+    ui->labelName->setText(drug.name);
+    ui->labelStatus->setText(drug.status);
+    ui->labelInn->setText(drug.inn);
+    ui->labelForm->setText(drug.kind);
+    ui->labelDose->setText(SearchLookupItem::doseText(drug));
+    ui->labelBox->setText(SearchLookupItem::boxText(drug));
 }
 
 Drug SearchListItem::getDrug() const

@@ -19,6 +19,8 @@ public:
     SearchListItem(const Drug& drug, QWidget* parent);
     ~SearchListItem() override;
 
+    // Shows another drug: a row made ahead of time takes the scanned one.
+    void setDrug(const Drug& drug);
     Drug getDrug() const;
     bool isChecked() const;
     // The page recolours this label to mark the selected row.

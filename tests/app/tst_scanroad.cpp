@@ -7,6 +7,7 @@
 #include "utils/keyboardreader.h"
 
 #include <QApplication>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QProcess>
@@ -100,6 +101,8 @@ private slots:
     {
         // Regression: one batch of recorded keys can hold two whole scans; both
         // drugs must come, newest on top, with each row showing its model's drug.
+        // The last scan's page is drawn: a row waits made for the next scan.
+        QVERIFY(TestSupport::waitForHiddenTabs(window.get()));
         const int before = selectedCount();
         emit KeyboardReader::instance()->newReading(QStringLiteral("5909990000142"));
         emit KeyboardReader::instance()->newReading(QStringLiteral("5909990000203"));
@@ -112,6 +115,8 @@ private slots:
         for (int row = 0; row < list->count(); ++row) {
             auto* item = qobject_cast<SearchListItem*>(list->itemWidget(list->item(row)));
             QCOMPARE(item->getDrug().vid, model->drugAt(row)->vid);
+            // One of the rows was made ahead of the scan: it shows its own drug.
+            QCOMPARE(item->labelName()->text(), model->drugAt(row)->name);
         }
     }
 
