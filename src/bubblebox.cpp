@@ -148,6 +148,10 @@ void BubbleBox::fitDrugName()
         if (QFontMetrics(font).horizontalAdvance(name->text()) <= room)
             break;
     }
+    // A new style sheet restyles the label: most names keep the size of the last one.
+    if (size == nameSize)
+        return;
+    nameSize = size;
     name->setStyleSheet(QStringLiteral("font: %1px \"Segoe UI\";\ncolor: #223e59;\nbackground: transparent;").arg(size));
 }
 

@@ -55,4 +55,6 @@ private:
     int gifBubbles = 0;
     // The rows of the drug shown; those past them are hidden, kept for a later drug.
     int shownRows = 0;
+    // The pixel size of the name's type last set; none yet at first.
+    int nameSize = -1;
 };

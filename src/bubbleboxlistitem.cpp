@@ -12,12 +12,16 @@ const QString hoverColour = QStringLiteral("rgb(255, 255, 255)");
 constexpr int largestTitleSize = 14;
 constexpr int smallestTitleSize = 10;
 
-QString labelStyle(int weight, const QString& colour, int size = largestTitleSize)
+QString colourStyle(const QString& colour)
 {
-    return QStringLiteral("font: %1 %3px \"Segoe\"; color: %2; background: transparent;")
-        .arg(weight)
-        .arg(colour)
-        .arg(size);
+    return QStringLiteral("color: %1; background: transparent;").arg(colour);
+}
+
+QString chordStyle(const QString& colour)
+{
+    return QStringLiteral("font: 300 %1px \"Segoe\"; color: %2; background: transparent;")
+        .arg(largestTitleSize)
+        .arg(colour);
 }
 } // namespace
 
@@ -62,10 +66,13 @@ void BubbleboxListItem::fitTitle()
         if (QFontMetrics(font).horizontalAdvance(ui->label->text()) <= room)
             break;
     }
+    // The title's size is its font, not its style sheet: a new style sheet
+    // restyled the row, and the box changes sizes at every scan.
     if (size == titleSize)
         return;
     titleSize = size;
-    setTextColour(hovered ? hoverColour : restingColour);
+    font.setPixelSize(size);
+    ui->label->setFont(font);
 }
 
 void BubbleboxListItem::resizeEvent(QResizeEvent* event)
@@ -76,8 +83,8 @@ void BubbleboxListItem::resizeEvent(QResizeEvent* event)
 
 void BubbleboxListItem::setTextColour(const QString& colour)
 {
-    ui->label->setStyleSheet(labelStyle(700, colour, titleSize));
-    ui->label_2->setStyleSheet(labelStyle(300, colour));
+    ui->label->setStyleSheet(colourStyle(colour));
+    ui->label_2->setStyleSheet(chordStyle(colour));
 }
 
 void BubbleboxListItem::enterEvent(QEvent* event)

@@ -32,5 +32,6 @@ private:
 
     Ui::BubbleboxListItem* ui = nullptr;
     bool hovered = false;
-    int titleSize = 14;
+    // The pixel size of the title's type last set; none yet at first.
+    int titleSize = -1;
 };

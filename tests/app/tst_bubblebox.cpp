@@ -70,6 +70,33 @@ private slots:
         QTEST(shown, "rows");
     }
 
+    // The box is kept from drug to drug: the name's type follows each name,
+    // back to the largest after a long one.
+    void nameTypeFollowsEachDrug_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<bool>("largest");
+
+        const QString longName = QStringLiteral("Acidum acetylsalicylicum + Magnesii hydroxidum Polfarmex");
+        QTest::newRow("short") << "Apap" << true;
+        QTest::newRow("long") << longName << false;
+        QTest::newRow("short after long") << "Ibuprom" << true;
+        QTest::newRow("long again") << longName << false;
+    }
+
+    void nameTypeFollowsEachDrug()
+    {
+        QFETCH(QString, name);
+        QFETCH(bool, largest);
+        Drug shown = drug(QStringLiteral("1"));
+        shown.name = name;
+        box.display(shown);
+        auto* label = box.findChild<QLabel*>(QStringLiteral("drug_name"));
+        QCOMPARE(label->font().pixelSize() == 24, largest);
+        QVERIFY(label->font().pixelSize() >= 14);
+        QVERIFY(label->fontMetrics().horizontalAdvance(name) <= label->contentsRect().width() || !largest);
+    }
+
     void mouseHoldsTheBoxAndRowsNameTheirSection()
     {
         box.display(drug(QStringLiteral("2")));
