@@ -48,7 +48,9 @@ constexpr int messageTime = 10000;
 // A file this small can't hold a drug database: the page stays off until an update brings one.
 constexpr qint64 smallestDatabase = 1025;
 constexpr int fourHours = 14400000;
-constexpr int oneFrameMs = 16;
+// Decoding the next banner waits until the scanned drug's page is drawn, also
+// on a machine that takes several frames for it.
+constexpr int bannerDelayMs = 100;
 
 void removeFilesIn(const QString& path)
 {
@@ -483,8 +485,7 @@ void MainWindow::connectInputs()
 void MainWindow::onNewReading(const QString& ean)
 {
     qDebug() << "New ean" << ean;
-    // The next banner comes once the scanned drug's page is drawn.
-    QTimer::singleShot(oneFrameMs, AdvertProvider::instance(), &AdvertProvider::changeAd);
+    QTimer::singleShot(bannerDelayMs, AdvertProvider::instance(), &AdvertProvider::changeAd);
     const Drug drug = DrugDatabase::drugByEan(ean);
     if (drug.gid.isEmpty()) {
         qDebug() << ean << " not found";
