@@ -45,6 +45,8 @@ public:
     // Records the store could not take (a full disk, a read-only file), kept
     // in memory until it can.
     int recordsInMemory() const { return int(unstored.size()); }
+    // Records handed over faster than the workers post them, waiting for one.
+    int recordsWaiting() const { return int(waiting.size()); }
 
 signals:
     void postingSucceed();
