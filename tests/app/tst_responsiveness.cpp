@@ -3,16 +3,13 @@
 #include "drugs/drugbasewidget.h"
 #include "guithreadwatchdog.h"
 #include "mainwindow.h"
-#include "settings/pharmacyselector.h"
 #include "simulator.h"
 #include "testsupport.h"
 #include "utils/keyboardreader.h"
 
-#include <QCheckBox>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QLabel>
-#include <QLineEdit>
 #include <QPushButton>
 #include <QStandardPaths>
 #include <QTabWidget>
@@ -58,8 +55,9 @@ private slots:
             QStringLiteral("/files/check.php?a=info"),
             QStringLiteral("/files/check.php?a=get"),
         };
-        // The faults that keep a request out: every fault of every endpoint is
-        // in the endpoint tests; these rows keep the window's own paths to them.
+        // The faults that keep a request out: every fault of every endpoint,
+        // the pharmacy form's among them, is in the endpoint tests; these rows
+        // keep the window's own paths to them.
         const QStringList faults = { QStringLiteral("noanswer"), QStringLiteral("slow"), QStringLiteral("302loop") };
         for (const QString& key : endpoints) {
             for (const QString& fault : faults)
@@ -107,10 +105,10 @@ private slots:
             { QStringLiteral("picture"), QStringLiteral("/files/check.php?a=getImage") },
             { QStringLiteral("leaflet"), QStringLiteral("/leaflets/*") },
             { QStringLiteral("GIF decision"), QStringLiteral("/images/*") },
-            { QStringLiteral("pharmacy form"), QStringLiteral("/desktop/registration/user_pharmacy.php") },
         };
-        // The faults that keep a request out: every fault of every endpoint is
-        // in the endpoint tests; these rows keep the window's own paths to them.
+        // The faults that keep a request out: every fault of every endpoint,
+        // the pharmacy form's among them, is in the endpoint tests; these rows
+        // keep the window's own paths to them.
         const QStringList faults = { QStringLiteral("noanswer"), QStringLiteral("slow"), QStringLiteral("302loop") };
         for (const auto& flow : flows) {
             for (const QString& fault : faults)
@@ -131,27 +129,17 @@ private slots:
         QDir(programDir() + QStringLiteral("/temp")).removeRecursively();
         QVERIFY(simulator.setFault(key, fault));
 
-        std::unique_ptr<QWidget> form;
-        if (flow == QLatin1String("pharmacy form")) {
-            form = std::make_unique<PharmacySelector>();
-            form->show();
-            form->findChild<QCheckBox*>(QStringLiteral("checkBox"))->setChecked(true);
-            for (const char* name : { "NameLineEdit", "StreetLineEdit", "ZipLineEdit", "CityLineEdit" })
-                form->findChild<QLineEdit*>(QLatin1String(name))->setText(QStringLiteral("11111"));
-            QTest::mouseClick(form->findChild<QPushButton*>(QStringLiteral("SubmitButton")), Qt::LeftButton);
-        } else {
-            // Paracetamol: its picture, its leaflet and two GIF decisions.
-            emit KeyboardReader::instance()->newReading(QStringLiteral("5909990000012"));
-            // The information tab shows the scanned drug: its buttons act on it.
-            QTRY_COMPARE(window->findChild<QLabel*>(QStringLiteral("Name"))->text(),
-                         DrugDatabase::drugByEan(QStringLiteral("5909990000012")).name);
-            if (flow == QLatin1String("leaflet")) {
-                auto* print = window->findChild<QPushButton*>(QStringLiteral("printButton"));
-                QTRY_VERIFY(print->isEnabled());
-                print->click();
-            }
-            else if (flow == QLatin1String("GIF decision"))
-                window->findChild<DrugBaseWidget*>()->onGifClicked(QStringLiteral("gif/2024/decyzja_88.pdf"));
+        // Paracetamol: its picture, its leaflet and two GIF decisions.
+        emit KeyboardReader::instance()->newReading(QStringLiteral("5909990000012"));
+        // The information tab shows the scanned drug: its buttons act on it.
+        QTRY_COMPARE(window->findChild<QLabel*>(QStringLiteral("Name"))->text(),
+                     DrugDatabase::drugByEan(QStringLiteral("5909990000012")).name);
+        if (flow == QLatin1String("leaflet")) {
+            auto* print = window->findChild<QPushButton*>(QStringLiteral("printButton"));
+            QTRY_VERIFY(print->isEnabled());
+            print->click();
+        } else if (flow == QLatin1String("GIF decision")) {
+            window->findChild<DrugBaseWidget*>()->onGifClicked(QStringLiteral("gif/2024/decyzja_88.pdf"));
         }
         QVERIFY(TestSupport::waitWhileProgressing([&] { return !simulator.records(key).isEmpty(); },
                                                   [&] { return simulator.records(QStringLiteral("*")).size(); }));

@@ -1,10 +1,8 @@
 #include "settings/databaseinfo.h"
-#include "settings/rodoinfo.h"
 
 #include <QApplication>
 #include <QLabel>
 #include <QPushButton>
-#include <QTimer>
 #include <QtTest>
 
 #include <ctime>
@@ -50,29 +48,6 @@ private slots:
         QTEST(window->findChild<QLabel*>(QStringLiteral("dataVersion"))->text(), "shownVersion");
         QCOMPARE(window->findChild<QLabel*>(QStringLiteral("listDate"))->text(), listDate);
         QTest::mouseClick(window->findChild<QPushButton*>(), Qt::LeftButton);
-    }
-
-    void rodoResult_data()
-    {
-        QTest::addColumn<bool>("viaButton");
-        QTest::addColumn<int>("result");
-
-        QTest::newRow("button confirms the notice") << true << int(QDialog::Accepted);
-        QTest::newRow("window closed, notice not seen") << false << int(QDialog::Rejected);
-    }
-
-    void rodoResult()
-    {
-        QFETCH(bool, viaButton);
-
-        RODOInfo dialog(nullptr);
-        QTimer::singleShot(0, &dialog, [&dialog, viaButton] {
-            if (viaButton)
-                QTest::mouseClick(dialog.findChild<QPushButton*>(QStringLiteral("pushButton_2")), Qt::LeftButton);
-            else
-                dialog.close();
-        });
-        QTEST(dialog.exec(), "result");
     }
 };
 
