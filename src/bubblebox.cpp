@@ -47,7 +47,7 @@ BubbleBox::~BubbleBox()
     delete ui;
 }
 
-void BubbleBox::display(const Drug& drug)
+void BubbleBox::display(const Drug& drug, int gifDecisions)
 {
     // A box still up from the last scan takes the new drug where it stands:
     // hiding and showing a window again costs more than the rest of the scan.
@@ -61,8 +61,7 @@ void BubbleBox::display(const Drug& drug)
     // One read of the settings store for the whole box, not one per row.
     dispatcher->reload(false);
     const QList<DescriptionSection> sections = DrugDatabase::descriptionsOf(drug.vid);
-    // The main window stacks a bubble for each decision below the box.
-    gifBubbles = DrugDatabase::gifDecisions(drug.vid).size();
+    gifBubbles = gifDecisions;
     QListWidget* list = ui->listWidget_2;
     list->clearSelection();
     list->setCurrentRow(-1);

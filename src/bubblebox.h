@@ -21,7 +21,8 @@ public:
     explicit BubbleBox(QWidget* parent = nullptr);
     ~BubbleBox() override;
 
-    void display(const Drug& drug);
+    // `gifDecisions`: the bubbles the main window stacks below the box for the drug.
+    void display(const Drug& drug, int gifDecisions);
 
 signals:
     void mousePressed();

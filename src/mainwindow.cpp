@@ -494,11 +494,13 @@ void MainWindow::onNewReading(const QString& ean)
         return;
     }
     DrugViewModel::instance()->addDrug(drug);
-    bubbleBox->display(drug);
+    // Read once for the bubbles and for the room the box leaves them.
+    const QList<GifDecision> decisions = DrugDatabase::gifDecisions(drug.vid);
+    bubbleBox->display(drug, decisions.size());
     showDrugPage();
     ui->drugBase->showTab(QStringLiteral("Informacje"));
 
-    showGifBubbles(drug.vid);
+    showGifBubbles(decisions, drug.vid);
     StatisticsSender::sendScan(ean, drug.vid);
 }
 
@@ -506,9 +508,8 @@ void MainWindow::onNewReading(const QString& ean)
 // shown again for the next drug: a new window at every scan cost more than
 // the rest of the scan. A click on one closes them all, as do Escape and a
 // scan of a drug without decisions.
-void MainWindow::showGifBubbles(const QString& vid)
+void MainWindow::showGifBubbles(const QList<GifDecision>& decisions, const QString& vid)
 {
-    const QList<GifDecision> decisions = DrugDatabase::gifDecisions(vid);
     while (gifBubbles.size() < decisions.size()) {
         auto* bubble = new GifBubble(nullptr);
         connect(bubble, &GifBubble::gifClicked, ui->drugBase, &DrugBaseWidget::onGifClicked);

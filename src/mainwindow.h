@@ -12,6 +12,7 @@
 class BubbleBox;
 class ConnectionProbe;
 class GifBubble;
+struct GifDecision;
 class QAbstractButton;
 class QMessageBox;
 class RODOInfo;
@@ -81,7 +82,7 @@ private:
     // pass whether online or not, and never again.
     void connectInputs();
     void downloadDatabase();
-    void showGifBubbles(const QString& vid);
+    void showGifBubbles(const QList<GifDecision>& decisions, const QString& vid);
     void hideGifBubbles();
     void setAlertStyle(bool alert);
     void bringForward();

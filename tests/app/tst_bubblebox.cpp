@@ -52,7 +52,7 @@ private slots:
     {
         QFETCH(QString, vid);
         QFETCH(int, height);
-        box.display(drug(vid));
+        box.display(drug(vid), 0);
         QVERIFY(box.isVisible());
         QCOMPARE(box.height(), height);
         // In the database's order, which SQLite picks: compared as a set.
@@ -90,7 +90,7 @@ private slots:
         QFETCH(bool, largest);
         Drug shown = drug(QStringLiteral("1"));
         shown.name = name;
-        box.display(shown);
+        box.display(shown, 0);
         auto* label = box.findChild<QLabel*>(QStringLiteral("drug_name"));
         QCOMPARE(label->font().pixelSize() == 24, largest);
         QVERIFY(label->font().pixelSize() >= 14);
@@ -99,7 +99,7 @@ private slots:
 
     void mouseHoldsTheBoxAndRowsNameTheirSection()
     {
-        box.display(drug(QStringLiteral("2")));
+        box.display(drug(QStringLiteral("2")), 0);
         auto* timer = box.findChild<QTimer*>(QStringLiteral("timer"));
         QEvent enter(QEvent::Enter);
         QApplication::sendEvent(&box, &enter);

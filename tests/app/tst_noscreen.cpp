@@ -33,7 +33,7 @@ private slots:
         Drug drug;
         drug.vid = QStringLiteral("1");
         drug.name = QStringLiteral("Demo");
-        box.display(drug);
+        box.display(drug, 0);
         QVERIFY(!box.isVisible());
 
         GifBubble bubble(nullptr);
